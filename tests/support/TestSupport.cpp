@@ -1,0 +1,55 @@
+// Helpers shared by the tests.
+#include "support/TestSupport.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+namespace kelvary::test {
+
+QByteArray hexBytes(const char* hex) {
+    QByteArray digits(hex);
+    digits.replace(' ', "");
+    return QByteArray::fromHex(digits);
+}
+
+QString appDir() { return QStringLiteral(KELVARY_TEST_APP_DIR); }
+QString testDataDir() { return QStringLiteral(KELVARY_TEST_DATA_DIR); }
+
+ProcessResult runKelvary(const QStringList& arguments, int timeoutMs) {
+    QProcess process;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove(QStringLiteral("KELVARY_HOME"));
+    process.setProcessEnvironment(env);
+    process.start(appDir() + QStringLiteral("/kelvary"), arguments);
+    ProcessResult result;
+    if (!process.waitForStarted(timeoutMs)) return result;
+    process.closeWriteChannel();
+    if (!process.waitForFinished(timeoutMs)) {
+        process.kill();
+        process.waitForFinished();
+        return result;
+    }
+    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
+    result.standardError = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}
+
+ScratchHome::ScratchHome() {
+    const QDir source(appDir());
+    QDirIterator it(appDir(), QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString from = it.next();
+        const QString relative = source.relativeFilePath(from);
+        if (relative == QStringLiteral("kelvary") || relative.startsWith(QStringLiteral("Temp/")))
+            continue;
+        const QString to = dir_.filePath(relative);
+        QDir().mkpath(QFileInfo(to).path());
+        QFile::copy(from, to);
+    }
+}
+
+}  // namespace kelvary::test

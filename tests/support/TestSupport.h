@@ -1,0 +1,41 @@
+// Helpers shared by the tests: scratch folders, byte literals, and running the
+// built program as a user would.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace kelvary::test {
+
+// Bytes from a hex string such as "82 a0 81 7c" (blanks ignored).
+QByteArray hexBytes(const char* hex);
+
+// The built program folder (build/app) and the test data folder (tests/data).
+QString appDir();
+QString testDataDir();
+
+struct ProcessResult {
+    int exitCode = -1;
+    QString standardOutput;
+    QString standardError;
+};
+
+// Runs the built kelvary with the given arguments; a fresh program folder may
+// be named with --home among them.
+ProcessResult runKelvary(const QStringList& arguments, int timeoutMs = 60000);
+
+// A scratch copy of the program folder, so a test may write settings and
+// databases without touching the build.
+class ScratchHome {
+public:
+    ScratchHome();
+    QString path() const { return dir_.path(); }
+    QString file(const QString& name) const { return dir_.filePath(name); }
+
+private:
+    QTemporaryDir dir_;
+};
+
+}  // namespace kelvary::test
