@@ -1,0 +1,21 @@
+// CP932 (Windows-31J), the Japanese ANSI code page of the files and payloads
+// this program exchanges. Plain Shift_JIS tables map U+FF0D, U+FF5E, U+2225
+// and the NEC extensions differently, so everything goes through ICU's
+// "windows-31j" converter. (Interface fixed by the lead; the implementation
+// belongs to the developer of the text routines and may extend this header.)
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace kelvary {
+
+// Characters outside CP932 become "?", as Windows' conversion does.
+QByteArray cp932Encode(const QString& text);
+QString cp932Decode(const QByteArray& bytes);
+// Length in CP932 bytes: a full-width character counts 2.
+long cp932ByteLength(const QString& text);
+// False when the bytes are not valid CP932 (a UTF-8 file, say).
+bool cp932DecodeStrict(const QByteArray& bytes, QString& out);
+
+}  // namespace kelvary
