@@ -15,6 +15,10 @@ void setPath(const QString& folder);
 // The program's file name without extension ("kelvary").
 QString exeName();
 
+// The one command-line text handed over by a parent program (VB's Command).
+QString commandLine();
+void setCommandLine(const QString& text);
+
 // The title shown in the main window and in the second-instance message.
 QString title();
 

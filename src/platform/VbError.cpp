@@ -21,6 +21,9 @@ QString VbError::standardDescription(long number) {
     case vberr::PermissionDenied: return QStringLiteral("書き込みできません。");
     case vberr::PathNotFound: return QStringLiteral("パスが見つかりません。");
     case vberr::InvalidUseOfNull: return QStringLiteral("Null の使い方が不正です。");
+    case 9: return QStringLiteral("インデックスが有効範囲にありません。");
+    case 381: return QStringLiteral("プロパティ配列のインデックスが有効ではありません。");
+    case 438: return QStringLiteral("オブジェクトは、このプロパティまたはメソッドをサポートしていません。");
     case vberr::ItemNotFound:
         return QStringLiteral("要求された名前、または序数に対応する項目はコレクションで見つかりません。");
     default: return QStringLiteral("アプリケーション定義またはオブジェクト定義のエラーです。");

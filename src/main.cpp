@@ -1,0 +1,82 @@
+// kelvary: the command-line front of the program. It parses the options,
+// prepares the program folder, the window system and the user-interface port,
+// and hands over to Main.
+#include "platform/AppObject.h"
+#include "startup/BatchUserInterface.h"
+#include "startup/CommandLine.h"
+#include "startup/QtUserInterface.h"
+#include "startup/RunOutcome.h"
+#include "startup/mdlFunctionApplication.h"
+#include "startup/mdlSubMain.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QStringList>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+QStringList argumentsOf(int argc, char** argv) {
+    QStringList list;
+    for (int i = 0; i < argc; ++i) list << QString::fromLocal8Bit(argv[i]);
+    return list;
+}
+
+void print(FILE* stream, const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+}
+
+bool displayAvailable() {
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    using namespace kelvary;
+    const CommandLineResult parsed = parseCommandLine(argumentsOf(argc, argv));
+    if (!parsed.commandLine) {
+        print(stderr, QStringLiteral("kelvary: %1\n").arg(parsed.error));
+        return ExitUsage;
+    }
+    const CommandLine& cl = *parsed.commandLine;
+    if (cl.showHelp) {
+        print(stdout, commandLineHelp());
+        return ExitOutput;
+    }
+    if (cl.showVersion) {
+        print(stdout, QStringLiteral("kelvary %1\n").arg(gstrAppVersion()));
+        return ExitOutput;
+    }
+
+    // Batch mode needs no display: it chooses the offscreen platform itself.
+    if (cl.batch.enabled) qputenv("QT_QPA_PLATFORM", "offscreen");
+    else if (!displayAvailable()) {
+        print(stderr, QStringLiteral("kelvary: 画面を表示できません。画面のない環境では --batch を付けて実行してください。\n"));
+        return ExitUsage;
+    }
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kelvary"));
+    QApplication::setApplicationDisplayName(app::title());
+    // The forms were drawn for "ＭＳ ゴシック"; IPA Gothic has the same fixed-pitch metrics family.
+    QFont::insertSubstitution(QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAGothic"));
+    QApplication::setFont(QFont(QStringLiteral("ＭＳ ゴシック"), 10));
+
+    QString home = cl.home;
+    if (home.isEmpty()) home = qEnvironmentVariable("KELVARY_HOME");
+    app::setPath(home);
+    if (cl.parentText) app::setCommandLine(*cl.parentText);
+    setBatchOptions(cl.batch);
+    if (cl.batch.enabled) setUserInterface(std::make_unique<BatchUserInterface>(cl.batch.answerYes));
+    else setUserInterface(std::make_unique<QtUserInterface>());
+
+    Main(CommandFields{cl.applicationFile, cl.pdfFile, cl.agent, cl.mode});
+    const int status = runExitStatus();
+    setUserInterface(nullptr);
+    return status;
+}

@@ -1,0 +1,115 @@
+// Parsing of the program's command line. It runs before any window system is
+// started, so --help and --version answer at once.
+#include "startup/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+
+namespace kelvary {
+namespace {
+
+BatchOptions& currentBatchOptions() {
+    static BatchOptions options;
+    return options;
+}
+
+struct Options {
+    QCommandLineOption home{QStringLiteral("home"), QStringLiteral("program folder (default: the executable's folder or KELVARY_HOME)"), QStringLiteral("DIR")};
+    QCommandLineOption pdf{QStringLiteral("pdf"), QStringLiteral("PDF file to write (field 2)"), QStringLiteral("FILE")};
+    QCommandLineOption agent{QStringLiteral("agent"), QStringLiteral("filing by an agent (field 3 = \"y\")")};
+    QCommandLineOption mode{QStringLiteral("mode"), QStringLiteral("output mode 1|2|3|4 (field 4, default 1)"), QStringLiteral("N"), QStringLiteral("1")};
+    QCommandLineOption parentText{QStringLiteral("command-line"), QStringLiteral("the parent program's one command-line text"), QStringLiteral("TEXT")};
+    QCommandLineOption batch{QStringLiteral("batch"), QStringLiteral("run without windows; messages go to standard error")};
+    QCommandLineOption periods{QStringLiteral("periods"), QStringLiteral("batch: periods to mark: newest|all|none|N[,N...] (default newest)"), QStringLiteral("WHICH")};
+    QCommandLineOption course{QStringLiteral("course"), QStringLiteral("batch: review course 1|3"), QStringLiteral("N")};
+    QCommandLineOption proxy{QStringLiteral("proxy"), QStringLiteral("batch: filing by an agent")};
+    QCommandLineOption sendResult{QStringLiteral("send-result"), QStringLiteral("batch: result notice to the agent")};
+    QCommandLineOption noApplication{QStringLiteral("no-application"), QStringLiteral("batch: do not print the application form")};
+    QCommandLineOption noStatements{QStringLiteral("no-statements"), QStringLiteral("batch: do not print the statements' QR codes")};
+    QCommandLineOption yes{QStringLiteral("yes"), QStringLiteral("batch: answer Yes to every question (default No)")};
+    QCommandLineOption printTo{QStringLiteral("print-to"), QStringLiteral("batch: print into this PDF file instead of the printer"), QStringLiteral("FILE")};
+    QCommandLineOption help{QStringList{QStringLiteral("help"), QStringLiteral("h")}, QStringLiteral("show this help")};
+    QCommandLineOption version{QStringLiteral("version"), QStringLiteral("show the version")};
+
+    void addTo(QCommandLineParser& parser) const {
+        parser.addOptions({home, pdf, agent, mode, parentText, batch, periods, course, proxy,
+                           sendResult, noApplication, noStatements, yes, printTo, help, version});
+        parser.addPositionalArgument(QStringLiteral("APPLICATION_FILE"), QStringLiteral("the application data file"));
+    }
+};
+
+QString checkBatchValues(const BatchOptions& b) {
+    static const QRegularExpression periodList(QStringLiteral("^(newest|all|none|[1-9][0-9]*(,[1-9][0-9]*)*)$"));
+    if (!periodList.match(b.periods).hasMatch())
+        return QStringLiteral("--periods takes newest, all, none or list positions such as 1,2");
+    if (!b.course.isEmpty() && b.course != QStringLiteral("1") && b.course != QStringLiteral("3"))
+        return QStringLiteral("--course takes 1 or 3");
+    return QString();
+}
+
+}  // namespace
+
+CommandLineResult parseCommandLine(const QStringList& arguments) {
+    QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    const Options o;
+    o.addTo(parser);
+    if (!parser.parse(arguments)) return {std::nullopt, parser.errorText()};
+
+    CommandLine c;
+    c.showHelp = parser.isSet(o.help);
+    c.showVersion = parser.isSet(o.version);
+    if (c.showHelp || c.showVersion) return {c, QString()};
+
+    c.home = parser.value(o.home);
+    c.pdfFile = parser.value(o.pdf);
+    c.agent = parser.isSet(o.agent) ? QStringLiteral("y") : QString();
+    c.mode = parser.value(o.mode);
+    if (parser.isSet(o.parentText)) c.parentText = parser.value(o.parentText);
+
+    BatchOptions& b = c.batch;
+    b.enabled = parser.isSet(o.batch);
+    if (parser.isSet(o.periods)) b.periods = parser.value(o.periods).toLower();
+    b.course = parser.value(o.course);
+    b.proxy = parser.isSet(o.proxy);
+    b.sendResult = parser.isSet(o.sendResult);
+    b.noApplication = parser.isSet(o.noApplication);
+    b.noStatements = parser.isSet(o.noStatements);
+    b.answerYes = parser.isSet(o.yes);
+    b.printTo = parser.value(o.printTo);
+
+    const QStringList positional = parser.positionalArguments();
+    if (positional.size() > 1) return {std::nullopt, QStringLiteral("only one application file may be named")};
+    if (c.parentText && !positional.isEmpty())
+        return {std::nullopt, QStringLiteral("--command-line carries the application file itself; name no other")};
+    if (!c.parentText && positional.isEmpty())
+        return {std::nullopt, QStringLiteral("no application file named (see --help)")};
+    if (!positional.isEmpty()) c.applicationFile = positional.front();
+    if (!QStringList{"1", "2", "3", "4"}.contains(c.mode))
+        return {std::nullopt, QStringLiteral("--mode takes 1, 2, 3 or 4")};
+    const QString batchError = checkBatchValues(b);
+    if (!batchError.isEmpty()) return {std::nullopt, batchError};
+    return {c, QString()};
+}
+
+QString commandLineHelp() {
+    QCommandLineParser parser;
+    const Options o;
+    o.addTo(parser);
+    parser.setApplicationDescription(QStringLiteral(
+        "Kelvary prints one application for a management-status analysis (経営状況分析申請書)\n"
+        "with the QR codes of its financial statements.\n\n"
+        "  kelvary [--home DIR] [--pdf FILE] [--agent] [--mode 1|2|3|4] [--batch ...] APPLICATION_FILE\n"
+        "  kelvary --command-line \"TEXT\"\n"
+        "  kelvary --help | --version\n\n"
+        "Exit status: 0 output produced, 1 ended without output, 2 wrong command line,\n"
+        "3 an error was reported during the run."));
+    QString text = parser.helpText();
+    text.replace(QRegularExpression(QStringLiteral("^Usage: [^\\n]*\\n")), QStringLiteral("Usage: kelvary [options] APPLICATION_FILE\n"));
+    return text;
+}
+
+const BatchOptions& batchOptions() { return currentBatchOptions(); }
+void setBatchOptions(const BatchOptions& options) { currentBatchOptions() = options; }
+
+}  // namespace kelvary

@@ -1,0 +1,48 @@
+// The command line of the program: the four fields a parent program hands
+// over (as options, or as its one "/"-separated text) and the batch options.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace kelvary {
+
+struct BatchOptions {
+    bool enabled = false;
+    QString periods = QStringLiteral("newest");  // newest | all | none | N[,N...]
+    QString course;                               // "" (as the menu starts), "1" or "3"
+    bool proxy = false;
+    bool sendResult = false;
+    bool noApplication = false;
+    bool noStatements = false;
+    bool answerYes = false;
+    QString printTo;
+};
+
+struct CommandLine {
+    QString home;
+    QString applicationFile;  // field 1
+    QString pdfFile;          // field 2
+    QString agent;            // field 3 ("y" for filing by an agent)
+    QString mode = QStringLiteral("1");  // field 4
+    std::optional<QString> parentText;   // --command-line: split by gCommandGet
+    BatchOptions batch;
+    bool showHelp = false;
+    bool showVersion = false;
+};
+
+struct CommandLineResult {
+    std::optional<CommandLine> commandLine;
+    QString error;  // one line, set when the command line is wrong
+};
+
+CommandLineResult parseCommandLine(const QStringList& arguments);
+QString commandLineHelp();
+
+// Batch options of this run, read by the forms that batch mode drives.
+const BatchOptions& batchOptions();
+void setBatchOptions(const BatchOptions& options);
+
+}  // namespace kelvary

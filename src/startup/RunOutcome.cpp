@@ -1,0 +1,25 @@
+// The outcome of the run.
+#include "startup/RunOutcome.h"
+
+namespace kelvary {
+namespace {
+struct Outcome {
+    bool errorReported = false;
+    bool outputProduced = false;
+};
+Outcome& outcome() {
+    static Outcome o;
+    return o;
+}
+}  // namespace
+
+void noteErrorReported() { outcome().errorReported = true; }
+void noteOutputProduced() { outcome().outputProduced = true; }
+void resetRunOutcome() { outcome() = Outcome{}; }
+
+int runExitStatus() {
+    if (outcome().errorReported) return ExitError;
+    return outcome().outputProduced ? ExitOutput : ExitNoOutput;
+}
+
+}  // namespace kelvary

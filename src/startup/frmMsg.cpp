@@ -1,0 +1,72 @@
+// The progress window and gMsgForm, which loads, updates and unloads it.
+#include "startup/frmMsg.h"
+
+#include "startup/frmMDIForm.h"
+#include "startup/mdlFunctionStandard.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QStyle>
+
+namespace kelvary {
+namespace {
+// The one loaded instance, as a VB form's default instance is.
+QPointer<frmMsg>& loadedInstance() {
+    static QPointer<frmMsg> form;
+    return form;
+}
+}  // namespace
+
+frmMsg::frmMsg(QWidget* owner) : QWidget(owner, Qt::Tool | Qt::WindowTitleHint | Qt::CustomizeWindowHint) {
+    setObjectName(QStringLiteral("frmMsg"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QApplication::applicationDisplayName());
+    auto* layout = new QHBoxLayout(this);
+    auto* picture = new QLabel(this);
+    picture->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(32, 32));
+    layout->addWidget(picture);
+    text_ = new QLabel(this);
+    text_->setObjectName(QStringLiteral("MsgText"));
+    text_->setMinimumWidth(280);
+    text_->setWordWrap(true);
+    layout->addWidget(text_, 1);
+}
+
+void frmMsg::setMsgText(const QString& text) { text_->setText(text); }
+QString frmMsg::msgText() const { return text_->text(); }
+
+void gMsgForm(int mode, const QString& text) {
+    try {
+        if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return;
+        QPointer<frmMsg>& form = loadedInstance();
+        switch (mode) {
+        case 0:
+            if (!form) form = new frmMsg(frmMDIForm::loadedInstance());
+            form->setMsgText(text);
+            form->show();
+            form->raise();
+            break;
+        case 1:
+            if (form) form->close();
+            break;
+        case 2:
+            if (!form) form = new frmMsg(frmMDIForm::loadedInstance());
+            form->setMsgText(text);
+            form->raise();
+            break;
+        default: break;
+        }
+        QCoreApplication::processEvents();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("gMsgForm"), 1);
+    }
+}
+
+QString currentProgressText() {
+    const QPointer<frmMsg>& form = loadedInstance();
+    return form ? form->msgText() : QString();
+}
+
+}  // namespace kelvary

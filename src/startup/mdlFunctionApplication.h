@@ -1,0 +1,30 @@
+// Application routines: Japanese era dates, form editions, the agent text,
+// amounts in thousands, piece counts, file versions, the command line and
+// the orderly end of the program.
+#pragma once
+
+#include "platform/Variant.h"
+
+#include <QString>
+
+namespace kelvary {
+
+QString gstrEraChar(const Variant& date);
+Variant gvarEraDateText(const Variant& date, long width);
+Variant gvarConvUnitType(Variant& amount);
+long glngCeilDiv(long count, long size);
+QString gstrGetFileNameFromFullPath(const QString& path);
+QString gstrFSDocMaster(const Variant& dateText);
+Variant gvarCalcEnforceDate(const Variant& defaultValue, const Variant& editionCode);
+QString gstrMakeProxyString();
+QString gstrAppVersion();
+
+// Splits the parent program's one command-line text into its four fields.
+void gCommandGet(QString& field1, QString& field2, QString& field3, QString& field4);
+
+// Releases the connection and unloads every window; skipQuestion is always set.
+void gQuitApplication(bool skipQuestion);
+// True once gQuitApplication has run: the run is over and nothing more is shown.
+bool gblnQuitRequested();
+
+}  // namespace kelvary
