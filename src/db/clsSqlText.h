@@ -1,0 +1,40 @@
+// clsSqlText: assembles one INSERT or UPDATE statement as Jet SQL text. Values
+// become literals by a small field-type code (0 number, 1 text, 2 date, 3 take
+// it from the ADO type of a source field), so a row read from one table can be
+// written into another field by field. One object serves one statement.
+#pragma once
+
+#include "platform/Variant.h"
+
+#include <QString>
+
+namespace kelvary {
+
+class clsSqlText {
+public:
+    // Appends the field and its literal. With field type 3 the ADO type
+    // decides, and fieldType is overwritten with the code it maps to.
+    void SetData(const QString& field, const Variant& value, int& fieldType, int adoType = 0);
+    // The same for a field type given as a constant.
+    void SetData(const QString& field, const Variant& value, int&& fieldType, int adoType = 0);
+
+    // "insert into T(A,B) values(1,'x')"
+    QString GetInsertSql() const;
+    // "update T set A=1,B='x' where " + the condition (" where " even when it is empty)
+    QString GetUpdateSql() const;
+    void SetTable(const QString& table);
+    void SetWhere(const QString& where);
+    // "update T set A=1,B='x'"
+    QString GetNoWhereUpdateSql() const;
+
+private:
+    QString mstrConvertValue(const Variant& value, int fieldType) const;
+
+    QString table_;
+    QString where_;
+    QString fields_;
+    QString values_;
+    QString setClause_;
+};
+
+}  // namespace kelvary

@@ -1,0 +1,167 @@
+// The data access routines over the shared SQLite connection. Statement texts
+// arrive in the Jet dialect and are translated just before they run. Linked
+// tables are listed in the registry table of SystemData.mdb (name and file; a
+// relative file lies beside the database) and are put in place again whenever
+// a connection opens, as Jet kept its links in the file.
+#include "db/mdlFunctionDatabase.h"
+
+#include "platform/JetSql.h"
+#include "platform/VbError.h"
+#include "startup/mdlFunctionStandard.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStringList>
+
+namespace kelvary {
+
+QString gstrConnectionString;
+std::shared_ptr<SqliteConnection> gobjConnection;
+
+namespace {
+
+const QString kRegistry = QString::fromLatin1(kLinkTableRegistry);
+
+SqliteConnection& requireConnection() {
+    if (!gobjConnection)
+        throw VbError(91, QStringLiteral("オブジェクト変数または With ブロック変数が設定されていません。"));
+    return *gobjConnection;
+}
+
+// The place text of a failed statement: the routine, then the statement's beginning.
+QString statementPlace(const char* routine, const QString& sql) {
+    return QString::fromLatin1(routine) + QStringLiteral("\r\n\r\nSQL文：") + sql.left(255) +
+           QStringLiteral("\r\n");
+}
+
+QString withWhere(QString sql, const QString& where) {
+    if (!where.isEmpty()) sql += QStringLiteral(" Where ") + where;
+    return sql;
+}
+
+// The value after "data source=" in a connection string of key=value pairs.
+QString dataSourceOf(const QString& connectionString) {
+    for (const QString& part : connectionString.split(QLatin1Char(';'))) {
+        const qsizetype equals = part.indexOf(QLatin1Char('='));
+        if (equals < 0) continue;
+        if (part.left(equals).trimmed().compare(QLatin1String("data source"), Qt::CaseInsensitive) != 0)
+            continue;
+        QString value = part.mid(equals + 1).trimmed();
+        if (value.size() >= 2 && value.startsWith(QLatin1Char('"')) && value.endsWith(QLatin1Char('"')))
+            value = value.mid(1, value.size() - 2);
+        return value;
+    }
+    throw VbError(vberr::DatabaseError,
+                  QStringLiteral("接続文字列にデータベースのパス (data source) がありません。"));
+}
+
+// Links whose file is missing or unreadable stay unresolved, as a broken Jet
+// link did: opening succeeds and only a query of that table fails, until
+// start-up points the link at the file of this run.
+void restoreLinks(SqliteConnection& connection) {
+    const Recordset registry = connection.query(
+        QStringLiteral("SELECT count(*) FROM main.sqlite_master WHERE type = 'table' AND name = ?1 "
+                       "COLLATE NOCASE"),
+        {Variant(kRegistry)});
+    if (registry.value(0).toLong() == 0) return;
+    Recordset links =
+        connection.query(QStringLiteral("SELECT TableName, DataSource FROM %1").arg(kRegistry));
+    const QDir databaseFolder = QFileInfo(connection.path()).absoluteDir();
+    for (; !links.eof(); links.moveNext()) {
+        const QString name = links.value(0).text();
+        const QString file = links.value(1).text();
+        if (name.isEmpty() || file.isEmpty()) continue;
+        try {
+            connection.linkTable(name, name, databaseFolder.absoluteFilePath(file));
+        } catch (const VbError&) {
+        }
+    }
+}
+
+}  // namespace
+
+std::shared_ptr<SqliteConnection> gobjOpenConnection() {
+    try {
+        auto connection = std::make_shared<SqliteConnection>(dataSourceOf(gstrConnectionString));
+        restoreLinks(*connection);
+        return connection;
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("gobjOpenConnection"), 0);
+        return nullptr;
+    }
+}
+
+Recordset gobjMakeRecordset(const QString& sql) {
+    try {
+        return requireConnection().query(translateJetSql(sql));
+    } catch (...) {
+        ShowErrMsg(statementPlace("gobjMakeRecordset", sql), 1);
+        return Recordset();
+    }
+}
+
+bool gblnExecuteSql(const QString& sql) {
+    try {
+        requireConnection().execute(translateJetSql(sql));
+        return true;
+    } catch (...) {
+        ShowErrMsg(statementPlace("gblnExecuteSql", sql), 1);
+        return false;
+    }
+}
+
+Variant gvarGetData(const QString& field, const QString& table, const QString& where,
+                    const Variant& defaultValue) {
+    try {
+        const QString sql = withWhere(QStringLiteral("Select ") + field + QStringLiteral(" From ") + table, where);
+        const Recordset rows = requireConnection().query(translateJetSql(sql));
+        if (rows.eof()) return defaultValue;
+        return rows.value(0);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("gvarGetData"), 1);
+        return Variant();
+    }
+}
+
+std::int32_t glngGetMaxValue(const QString& field, const QString& table, const QString& where) {
+    try {
+        const QString column = field + QStringLiteral("_MaxValue");
+        const QString sql = withWhere(QStringLiteral("Select Max(") + field + QStringLiteral(") as ") +
+                                          column + QStringLiteral(" From ") + table,
+                                      where);
+        const Recordset rows = requireConnection().query(translateJetSql(sql));
+        const Variant& maximum = rows.value(column);
+        return maximum.isNull() ? 0 : maximum.toLong();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("glngGetMaxValue"), 1);
+        return 0;
+    }
+}
+
+bool gRefreshLinkTable(const QString& tableName, const QString& databasePath) {
+    try {
+        SqliteConnection& connection = requireConnection();
+        const Recordset entry = connection.query(
+            QStringLiteral("SELECT TableName FROM %1 WHERE TableName = ?1 COLLATE NOCASE").arg(kRegistry),
+            {Variant(tableName)});
+        if (entry.eof()) throw VbError::standard(vberr::ItemNotFound);
+        // A linked table has the name of its source table.
+        connection.linkTable(entry.value(0).text(), entry.value(0).text(), databasePath);
+        connection.execute(
+            QStringLiteral("UPDATE %1 SET DataSource = ?1 WHERE TableName = ?2 COLLATE NOCASE").arg(kRegistry),
+            {Variant(databasePath), Variant(tableName)});
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("gRefreshLinkTable"), 1);
+    }
+    return false;
+}
+
+void gInitTable(const QString& tableName) {
+    try {
+        gblnExecuteSql(QStringLiteral("Delete From ") + tableName);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("gInitTable"), 1);
+    }
+}
+
+}  // namespace kelvary

@@ -1,0 +1,120 @@
+// Cursor walking and field lookup of a detached recordset, with the errors
+// ADO raised for a missing field or a cursor beyond either end.
+#include "platform/Recordset.h"
+
+#include "platform/VbError.h"
+
+namespace kelvary {
+
+namespace {
+
+constexpr long kObjectNotSet = 91;
+constexpr long kNoCurrentRecord = 3021;
+
+[[noreturn]] void raiseObjectNotSet() {
+    throw VbError(kObjectNotSet,
+                  QStringLiteral("オブジェクト変数または With ブロック変数が設定されていません。"));
+}
+
+[[noreturn]] void raiseNoCurrentRecord() {
+    throw VbError(kNoCurrentRecord,
+                  QStringLiteral("BOF と EOF のいずれかが True になっているか、または現在のレコードが"
+                                 "削除されています。要求された操作には、現在のレコードが必要です。"));
+}
+
+}  // namespace
+
+Recordset::Recordset(QList<FieldInfo> fields, QList<QList<Variant>> rows)
+    : open_(true), fields_(std::move(fields)), rows_(std::move(rows)) {}
+
+void Recordset::requireOpen() const {
+    if (!open_) raiseObjectNotSet();
+}
+
+void Recordset::requireCurrentRow() const {
+    requireOpen();
+    if (position_ < 0 || position_ >= rows_.size()) raiseNoCurrentRecord();
+}
+
+void Recordset::requireFieldIndex(int index) const {
+    requireOpen();
+    if (index < 0 || index >= fields_.size()) throw VbError::standard(vberr::ItemNotFound);
+}
+
+bool Recordset::eof() const {
+    requireOpen();
+    return rows_.isEmpty() || position_ >= rows_.size();
+}
+
+bool Recordset::bof() const {
+    requireOpen();
+    return rows_.isEmpty() || position_ < 0;
+}
+
+long Recordset::recordCount() const {
+    requireOpen();
+    return static_cast<long>(rows_.size());
+}
+
+void Recordset::moveFirst() {
+    requireOpen();
+    position_ = 0;
+}
+
+void Recordset::moveLast() {
+    requireOpen();
+    position_ = rows_.isEmpty() ? 0 : rows_.size() - 1;
+}
+
+void Recordset::moveNext() {
+    if (eof()) raiseNoCurrentRecord();
+    ++position_;
+}
+
+void Recordset::movePrevious() {
+    if (bof()) raiseNoCurrentRecord();
+    --position_;
+}
+
+int Recordset::fieldCount() const {
+    requireOpen();
+    return static_cast<int>(fields_.size());
+}
+
+const QString& Recordset::fieldName(int index) const {
+    requireFieldIndex(index);
+    return fields_[index].name;
+}
+
+int Recordset::fieldType(int index) const {
+    requireFieldIndex(index);
+    return fields_[index].type;
+}
+
+int Recordset::fieldIndex(const QString& name) const {
+    requireOpen();
+    for (qsizetype i = 0; i < fields_.size(); ++i) {
+        if (fields_[i].name.compare(name, Qt::CaseInsensitive) == 0) return static_cast<int>(i);
+    }
+    throw VbError::standard(vberr::ItemNotFound);
+}
+
+bool Recordset::hasField(const QString& name) const {
+    requireOpen();
+    for (const FieldInfo& field : fields_) {
+        if (field.name.compare(name, Qt::CaseInsensitive) == 0) return true;
+    }
+    return false;
+}
+
+const Variant& Recordset::value(int index) const {
+    requireFieldIndex(index);
+    requireCurrentRow();
+    return rows_[position_][index];
+}
+
+const Variant& Recordset::value(const QString& name) const {
+    return value(fieldIndex(name));
+}
+
+}  // namespace kelvary

@@ -1,0 +1,243 @@
+// The SQLite connection: opening with the file checked first, statements run
+// one at a time into detached recordsets, and linked tables as attached files
+// seen through temporary views.
+#include "platform/SqliteConnection.h"
+
+#include "platform/SqliteValues.h"
+#include "platform/VbError.h"
+
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+
+#include <algorithm>
+#include <memory>
+
+namespace kelvary {
+
+namespace {
+
+constexpr int kBusyTimeoutMs = 5000;
+
+struct StatementDeleter {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using Statement = std::unique_ptr<sqlite3_stmt, StatementDeleter>;
+
+QString shownPath(const QString& path) { return QDir::toNativeSeparators(path); }
+
+[[noreturn]] void raiseDatabase(const QString& description) {
+    throw VbError(vberr::DatabaseError, description);
+}
+
+[[noreturn]] void raiseSqlite(sqlite3* db) {
+    raiseDatabase(QStringLiteral("データベースの処理でエラーが発生しました。(%1)")
+                      .arg(QString::fromUtf8(sqlite3_errmsg(db))));
+}
+
+QString quotedName(const QString& name) {
+    QString inner = name;
+    inner.replace(QLatin1String("\""), QLatin1String("\"\""));
+    return QLatin1Char('"') + inner + QLatin1Char('"');
+}
+
+// Only blanks and statement ends may follow the statement that was prepared.
+bool onlyStatementEndsLeft(const char* tail) {
+    for (; *tail != '\0'; ++tail) {
+        const char c = *tail;
+        if (c != ';' && c != ' ' && c != '\t' && c != '\r' && c != '\n') return false;
+    }
+    return true;
+}
+
+Statement prepare(sqlite3* db, const QString& sql, const QList<Variant>& parameters) {
+    const QByteArray text = sql.toUtf8();
+    sqlite3_stmt* raw = nullptr;
+    const char* tail = nullptr;
+    if (sqlite3_prepare_v2(db, text.constData(), static_cast<int>(text.size()) + 1, &raw, &tail) !=
+        SQLITE_OK)
+        raiseSqlite(db);
+    Statement statement(raw);
+    if (!statement)
+        raiseDatabase(QStringLiteral("無効な SQL ステートメントです。'DELETE'、'INSERT'、'PROCEDURE'、"
+                                     "'SELECT'、または 'UPDATE' を使用してください。"));
+    if (!onlyStatementEndsLeft(tail))
+        raiseDatabase(QStringLiteral("SQL ステートメントの後に文字が見つかりました。"));
+    for (int i = 0; i < parameters.size(); ++i) {
+        if (sqlite::bindValue(statement.get(), i + 1, parameters[i]) != SQLITE_OK) raiseSqlite(db);
+    }
+    return statement;
+}
+
+}  // namespace
+
+void SqliteConnection::requireDatabaseFile(const QString& path) {
+    const QFileInfo info(path);
+    if (path.isEmpty() || !info.isFile())
+        raiseDatabase(QStringLiteral("ファイル '%1' が見つかりません。").arg(shownPath(path)));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        raiseDatabase(QStringLiteral("ファイル '%1' を開けません。(%2)")
+                          .arg(shownPath(path), file.errorString()));
+    static const QByteArray header("SQLite format 3", 16);  // with its closing NUL
+    if (file.read(header.size()) != header)
+        raiseDatabase(QStringLiteral("ファイル '%1' はこのプログラムで読み取れるデータベースではありません。"
+                                     "SQLite 3 形式のデータベースファイルが必要です。")
+                          .arg(shownPath(path)));
+}
+
+SqliteConnection::SqliteConnection(const QString& path) {
+    requireDatabaseFile(path);
+    path_ = QFileInfo(path).absoluteFilePath();
+    const int opened = sqlite3_open_v2(path_.toUtf8().constData(), &db_,
+                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr);
+    if (opened != SQLITE_OK) {
+        const QString message = db_ ? QString::fromUtf8(sqlite3_errmsg(db_))
+                                    : QString::fromUtf8(sqlite3_errstr(opened));
+        sqlite3_close_v2(db_);
+        db_ = nullptr;
+        raiseDatabase(QStringLiteral("データベース '%1' を開けません。(%2)").arg(shownPath(path_), message));
+    }
+    sqlite3_busy_timeout(db_, kBusyTimeoutMs);
+    try {
+        // The working data is rebuilt at every start, so no durability is needed.
+        execute(QStringLiteral("PRAGMA journal_mode=MEMORY"));
+        execute(QStringLiteral("PRAGMA synchronous=OFF"));
+        // Reading the schema now turns a damaged file into an error at opening.
+        query(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    } catch (...) {
+        sqlite3_close_v2(db_);
+        db_ = nullptr;
+        throw;
+    }
+}
+
+SqliteConnection::~SqliteConnection() {
+    if (db_) sqlite3_close_v2(db_);
+}
+
+Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& parameters) {
+    const Statement statement = prepare(db_, sql, parameters);
+    sqlite3_stmt* st = statement.get();
+    const int columns = sqlite3_column_count(st);
+    QList<FieldInfo> fields;
+    QList<int> declaredTypes;
+    for (int c = 0; c < columns; ++c) {
+        const int declared =
+            sqlite::adoTypeOfDeclaredType(QString::fromUtf8(sqlite3_column_decltype(st, c)));
+        fields.append({QString::fromUtf8(sqlite3_column_name(st, c)), declared});
+        declaredTypes.append(declared);
+    }
+    QList<QList<Variant>> rows;
+    int stepped = SQLITE_ROW;
+    while ((stepped = sqlite3_step(st)) == SQLITE_ROW) {
+        QList<Variant> row;
+        row.reserve(columns);
+        for (int c = 0; c < columns; ++c) {
+            // An expression has no declared type; its first value names one.
+            if (fields[c].type == 0) fields[c].type = sqlite::adoTypeOfValue(st, c);
+            row.append(sqlite::readValue(st, c, declaredTypes[c]));
+        }
+        rows.append(std::move(row));
+    }
+    if (stepped != SQLITE_DONE) raiseSqlite(db_);
+    // An expression that is Null in every row writes as a number ("null").
+    for (FieldInfo& field : fields) {
+        if (field.type == 0) field.type = ado::adInteger;
+    }
+    return Recordset(std::move(fields), std::move(rows));
+}
+
+long SqliteConnection::execute(const QString& sql, const QList<Variant>& parameters) {
+    const Statement statement = prepare(db_, sql, parameters);
+    int stepped = SQLITE_ROW;
+    while ((stepped = sqlite3_step(statement.get())) == SQLITE_ROW) {
+    }
+    if (stepped != SQLITE_DONE) raiseSqlite(db_);
+    return static_cast<long>(sqlite3_changes64(db_));
+}
+
+bool SqliteConnection::schemaHasTable(const QString& alias, const QString& table) {
+    const Recordset found = query(QStringLiteral("SELECT count(*) FROM %1.sqlite_master "
+                                                 "WHERE type IN ('table','view') AND name = ?1 "
+                                                 "COLLATE NOCASE")
+                                      .arg(quotedName(alias)),
+                                  {Variant(table)});
+    return found.value(0).toLong() > 0;
+}
+
+QString SqliteConnection::attachmentFor(const QString& file) {
+    const auto existing = std::find_if(attachments_.begin(), attachments_.end(),
+                                       [&](const Attachment& a) { return a.file == file; });
+    if (existing != attachments_.end()) return existing->alias;
+    QString alias;
+    for (int n = 1; alias.isEmpty(); ++n) {
+        const QString candidate = QStringLiteral("lnk%1").arg(n);
+        if (std::none_of(attachments_.begin(), attachments_.end(),
+                         [&](const Attachment& a) { return a.alias == candidate; }))
+            alias = candidate;
+    }
+    // Read-only: the linked files belong to the sibling program.
+    const QString uri = QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded) +
+                        QStringLiteral("?mode=ro");
+    execute(QStringLiteral("ATTACH DATABASE ?1 AS %1").arg(quotedName(alias)), {Variant(uri)});
+    attachments_.push_back({alias, file});
+    return alias;
+}
+
+void SqliteConnection::detachIfUnused(const QString& alias) {
+    for (const auto& [key, link] : links_) {
+        if (link.alias == alias) return;
+    }
+    try {
+        execute(QStringLiteral("DETACH DATABASE %1").arg(quotedName(alias)));
+    } catch (const VbError&) {
+        return;  // still attached: it is kept and used again for the same file
+    }
+    std::erase_if(attachments_, [&](const Attachment& a) { return a.alias == alias; });
+}
+
+void SqliteConnection::linkTable(const QString& name, const QString& sourceTable,
+                                 const QString& file) {
+    requireDatabaseFile(file);
+    const QString canonical = QFileInfo(file).canonicalFilePath();
+    const QString alias = attachmentFor(canonical);
+    try {
+        if (!schemaHasTable(alias, sourceTable))
+            raiseDatabase(QStringLiteral("データベース '%1' にテーブル '%2' が見つかりません。")
+                              .arg(shownPath(canonical), sourceTable));
+        execute(QStringLiteral("SAVEPOINT relink"));
+        try {
+            execute(QStringLiteral("DROP VIEW IF EXISTS temp.%1").arg(quotedName(name)));
+            execute(QStringLiteral("CREATE TEMP VIEW %1 AS SELECT * FROM %2.%3")
+                        .arg(quotedName(name), quotedName(alias), quotedName(sourceTable)));
+        } catch (...) {
+            execute(QStringLiteral("ROLLBACK TO relink"));
+            execute(QStringLiteral("RELEASE relink"));
+            throw;
+        }
+        execute(QStringLiteral("RELEASE relink"));
+    } catch (...) {
+        detachIfUnused(alias);
+        throw;
+    }
+    const QString key = name.toLower();
+    const auto previous = links_.find(key);
+    const QString previousAlias = previous != links_.end() ? previous->second.alias : QString();
+    links_[key] = {name, alias};
+    if (!previousAlias.isEmpty() && previousAlias != alias) detachIfUnused(previousAlias);
+}
+
+QString SqliteConnection::linkedFile(const QString& name) const {
+    const auto link = links_.find(name.toLower());
+    if (link == links_.end()) return {};
+    for (const Attachment& a : attachments_) {
+        if (a.alias == link->second.alias) return a.file;
+    }
+    return {};
+}
+
+}  // namespace kelvary

@@ -1,0 +1,68 @@
+// SqliteConnection: the one connection to an SQLite 3 database that stands in
+// for an ADO connection to a Jet database. It runs statements written for
+// SQLite (the Jet dialect is translated beforehand, see JetSql.h), hands back
+// detached Recordsets, and links tables of other database files the way Jet's
+// linked tables did: the file is attached under an alias and a temporary view
+// with the linked table's name reads the source table through it.
+#pragma once
+
+#include "platform/Recordset.h"
+#include "platform/Variant.h"
+
+#include <QList>
+#include <QString>
+
+#include <map>
+#include <vector>
+
+struct sqlite3;
+
+namespace kelvary {
+
+class SqliteConnection {
+public:
+    // Opens an existing database file for reading and writing. A missing file
+    // or one that is not an SQLite 3 database raises a VbError.
+    explicit SqliteConnection(const QString& path);
+    ~SqliteConnection();
+    SqliteConnection(const SqliteConnection&) = delete;
+    SqliteConnection& operator=(const SqliteConnection&) = delete;
+
+    const QString& path() const { return path_; }
+
+    // One statement of SQLite SQL; values bound to ?1, ?2 … in order.
+    Recordset query(const QString& sql, const QList<Variant>& parameters = {});
+    // Runs one statement and returns the number of rows it changed.
+    long execute(const QString& sql, const QList<Variant>& parameters = {});
+
+    // Points the linked table `name` at `sourceTable` in the database `file`.
+    // The file is checked first, so a failure leaves the previous link working.
+    void linkTable(const QString& name, const QString& sourceTable, const QString& file);
+    // The absolute path the linked table reads from; empty when not linked.
+    QString linkedFile(const QString& name) const;
+
+    // Raises a VbError unless the path names a file that begins with the
+    // SQLite 3 header.
+    static void requireDatabaseFile(const QString& path);
+
+private:
+    struct Attachment {
+        QString alias;
+        QString file;
+    };
+    struct Link {
+        QString name;
+        QString alias;
+    };
+
+    QString attachmentFor(const QString& file);
+    void detachIfUnused(const QString& alias);
+    bool schemaHasTable(const QString& alias, const QString& table);
+
+    sqlite3* db_ = nullptr;
+    QString path_;
+    std::vector<Attachment> attachments_;
+    std::map<QString, Link> links_;  // by lower-case name
+};
+
+}  // namespace kelvary

@@ -1,0 +1,129 @@
+// clsSqlText: the literals of each field type, the ADO-type mapping with its
+// box for an unknown type, and the three statement texts.
+#include "db/clsSqlText.h"
+
+#include "platform/Recordset.h"
+#include "support/RecordingUi.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvary {
+namespace {
+
+// The insert text of one field A of table T.
+QString insertOf(const Variant& value, int fieldType, int adoType = 0) {
+    clsSqlText sql;
+    sql.SetData(QStringLiteral("A"), value, fieldType, adoType);
+    sql.SetTable(QStringLiteral("T"));
+    return sql.GetInsertSql();
+}
+
+QString values(const char* literal) {
+    return QStringLiteral("insert into T(A) values(") + QString::fromUtf8(literal) + QLatin1Char(')');
+}
+
+TEST(clsSqlText, NumberLiterals) {
+    EXPECT_EQ(insertOf(Variant::fromLong(1), 0), values("1"));
+    EXPECT_EQ(insertOf(Variant::fromLong(-30), 0), values("-30"));
+    EXPECT_EQ(insertOf(Variant(1.5), 0), values("1.5"));
+    EXPECT_EQ(insertOf(Variant(2.0), 0), values("2"));
+    EXPECT_EQ(insertOf(Variant(1e15), 0), values("1E+15"));
+    EXPECT_EQ(insertOf(Variant(true), 0), values("True"));
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("120")), 0), values("120"));
+    // Nothing to write is null, never an empty place in the list.
+    EXPECT_EQ(insertOf(Variant(QString()), 0), values("null"));
+    EXPECT_EQ(insertOf(Variant::null(), 0), values("null"));
+    EXPECT_EQ(insertOf(Variant(), 0), values("null"));
+}
+
+TEST(clsSqlText, TextLiteralsDoubleTheirQuotes) {
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("x")), 1), values("'x'"));
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("O'Brien建設")), 1), values("'O''Brien建設'"));
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("''")), 1), values("''''''"));
+    EXPECT_EQ(insertOf(Variant::null(), 1), values("''"));
+    EXPECT_EQ(insertOf(Variant::fromLong(7), 1), values("'7'"));
+}
+
+TEST(clsSqlText, DateLiterals) {
+    EXPECT_EQ(insertOf(Variant(QDate(2008, 4, 1)), 2), values("#2008/04/01#"));
+    EXPECT_EQ(insertOf(Variant(VbDate{QDate(2019, 5, 1), 3600}), 2), values("#2019/05/01#"));
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("2008/4/1")), 2), values("#2008/04/01#"));
+    EXPECT_EQ(insertOf(Variant(QString()), 2), values("null"));
+    EXPECT_EQ(insertOf(Variant::null(), 2), values("null"));
+    // A text that is no date is written as it is and left to the database to refuse.
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("未定")), 2), values("#未定#"));
+}
+
+TEST(clsSqlText, FieldTypeOutsideTheCodesWritesNoLiteral) {
+    EXPECT_EQ(insertOf(Variant::fromLong(1), 5), values(""));
+    EXPECT_EQ(insertOf(Variant::fromLong(1), -1), values(""));
+}
+
+TEST(clsSqlText, AdoTypesMapToFieldTypes) {
+    test::RecordingUiGuard ui;
+    const struct {
+        int ado;
+        int fieldType;
+    } cases[] = {{2, 0}, {3, 0}, {4, 0}, {5, 0}, {6, 0}, {11, 0}, {7, 2}, {202, 1}, {203, 1}};
+    for (const auto& c : cases) {
+        clsSqlText sql;
+        int fieldType = 3;
+        sql.SetData(QStringLiteral("A"), Variant::fromLong(1), fieldType, c.ado);
+        EXPECT_EQ(fieldType, c.fieldType) << "ADO type " << c.ado;
+    }
+    EXPECT_TRUE(ui->messages.isEmpty());
+    // The mapping decides the literal of the same value.
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("2008/04/01")), 3, 7), values("#2008/04/01#"));
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("12")), 3, 202), values("'12'"));
+    EXPECT_EQ(insertOf(Variant(QStringLiteral("12")), 3, 3), values("12"));
+}
+
+TEST(clsSqlText, UnknownAdoTypeShowsOneBoxAndWritesText) {
+    test::RecordingUiGuard ui;
+    clsSqlText sql;
+    int fieldType = 3;
+    sql.SetData(QStringLiteral("Amount"), Variant(QStringLiteral("1.25")), fieldType, 131);
+    EXPECT_EQ(fieldType, 1);
+    int second = 0;
+    sql.SetData(QStringLiteral("Code"), Variant::fromLong(4), second, 131);  // not type 3: no box
+    sql.SetTable(QStringLiteral("T"));
+    EXPECT_EQ(sql.GetInsertSql(), QStringLiteral("insert into T(Amount,Code) values('1.25',4)"));
+    ASSERT_EQ(ui->messages.size(), 1);
+    const MessageRequest& box = ui->messages.front().request;
+    EXPECT_EQ(box.kindLabel, QStringLiteral("0"));
+    EXPECT_EQ(box.icon, MsgIcon::Information);
+    EXPECT_EQ(box.text, QStringLiteral("clsSqlText(SetData)\r\n不明なFieldTypeAmount(タイプ:131)"));
+}
+
+TEST(clsSqlText, TwoFieldInsert) {
+    clsSqlText sql;
+    sql.SetData(QStringLiteral("A"), Variant::fromLong(1), 0);
+    sql.SetData(QStringLiteral("B"), Variant(QStringLiteral("x")), 1);
+    sql.SetTable(QStringLiteral("T"));
+    EXPECT_EQ(sql.GetInsertSql(), QStringLiteral("insert into T(A,B) values(1,'x')"));
+}
+
+TEST(clsSqlText, UpdateTexts) {
+    clsSqlText sql;
+    sql.SetData(QStringLiteral("A"), Variant::fromLong(1), 0);
+    sql.SetData(QStringLiteral("B"), Variant(QStringLiteral("x")), 1);
+    sql.SetData(QStringLiteral("C"), Variant::null(), 2);
+    sql.SetTable(QStringLiteral("T"));
+    // An empty condition still ends in " where ".
+    EXPECT_EQ(sql.GetUpdateSql(), QStringLiteral("update T set A=1,B='x',C=null where "));
+    EXPECT_EQ(sql.GetNoWhereUpdateSql(), QStringLiteral("update T set A=1,B='x',C=null"));
+    sql.SetWhere(QStringLiteral("IndexID=3"));
+    EXPECT_EQ(sql.GetUpdateSql(), QStringLiteral("update T set A=1,B='x',C=null where IndexID=3"));
+    // Reading a text leaves the object as it was.
+    EXPECT_EQ(sql.GetUpdateSql(), QStringLiteral("update T set A=1,B='x',C=null where IndexID=3"));
+    EXPECT_EQ(sql.GetInsertSql(), QStringLiteral("insert into T(A,B,C) values(1,'x',null)"));
+}
+
+TEST(clsSqlText, NewObjectHoldsEmptyTexts) {
+    const clsSqlText sql;
+    EXPECT_EQ(sql.GetInsertSql(), QStringLiteral("insert into () values()"));
+    EXPECT_EQ(sql.GetUpdateSql(), QStringLiteral("update  set  where "));
+}
+
+}  // namespace
+}  // namespace kelvary

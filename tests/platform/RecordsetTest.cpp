@@ -1,0 +1,108 @@
+// Walking a detached recordset and looking up its fields, with the errors
+// ADO raised at either end, for a missing field and for an unset recordset.
+#include "platform/Recordset.h"
+#include "platform/VbError.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace kelvary {
+namespace {
+
+long errorNumberOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const VbError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+Recordset twoRows() {
+    return Recordset({{QStringLiteral("IndexID"), ado::adInteger}, {QStringLiteral("ApplyerName"), ado::adVarWChar}},
+                     {{Variant::fromLong(1), Variant(QStringLiteral("甲"))},
+                      {Variant::fromLong(2), Variant::null()}});
+}
+
+TEST(Recordset, EmptySetIsAtBothEnds) {
+    Recordset rs({{QStringLiteral("A"), ado::adInteger}}, {});
+    EXPECT_FALSE(rs.isNothing());
+    EXPECT_TRUE(rs.eof());
+    EXPECT_TRUE(rs.bof());
+    EXPECT_EQ(rs.recordCount(), 0);
+    EXPECT_EQ(rs.fieldCount(), 1);
+    EXPECT_EQ(errorNumberOf([&] { rs.value(0); }), 3021);
+    EXPECT_EQ(errorNumberOf([&] { rs.moveNext(); }), 3021);
+}
+
+TEST(Recordset, WalksForwardAndBackPastEitherEnd) {
+    Recordset rs = twoRows();
+    EXPECT_FALSE(rs.eof());
+    EXPECT_FALSE(rs.bof());
+    EXPECT_EQ(rs.value(0), Variant::fromLong(1));
+    rs.moveNext();
+    EXPECT_EQ(rs.value(QStringLiteral("IndexID")), Variant::fromLong(2));
+    EXPECT_TRUE(rs.value(1).isNull());
+    rs.moveNext();
+    EXPECT_TRUE(rs.eof());
+    EXPECT_EQ(errorNumberOf([&] { rs.value(0); }), 3021);
+    EXPECT_EQ(errorNumberOf([&] { rs.moveNext(); }), 3021);
+    rs.movePrevious();
+    EXPECT_EQ(rs.value(0), Variant::fromLong(2));
+    rs.movePrevious();
+    rs.movePrevious();
+    EXPECT_TRUE(rs.bof());
+    EXPECT_FALSE(rs.eof());
+    EXPECT_EQ(errorNumberOf([&] { rs.movePrevious(); }), 3021);
+    rs.moveLast();
+    EXPECT_EQ(rs.value(0), Variant::fromLong(2));
+    rs.moveFirst();
+    EXPECT_EQ(rs.value(0), Variant::fromLong(1));
+    EXPECT_EQ(rs.recordCount(), 2);
+}
+
+TEST(Recordset, FieldsByNameIgnoreCase) {
+    const Recordset rs = twoRows();
+    EXPECT_EQ(rs[QStringLiteral("applyername")], Variant(QStringLiteral("甲")));
+    EXPECT_EQ(rs.fieldIndex(QStringLiteral("INDEXID")), 0);
+    EXPECT_TRUE(rs.hasField(QStringLiteral("ApplyerNAME")));
+    EXPECT_FALSE(rs.hasField(QStringLiteral("Applyer")));
+    EXPECT_EQ(rs.fieldName(1), QStringLiteral("ApplyerName"));
+    EXPECT_EQ(rs.fieldType(0), 3);
+    EXPECT_EQ(rs.fieldType(1), 202);
+}
+
+TEST(Recordset, MissingFieldRaisesItemNotFound) {
+    const Recordset rs = twoRows();
+    try {
+        rs.value(QStringLiteral("OtherSoftCode"));
+        FAIL() << "a missing field was found";
+    } catch (const VbError& e) {
+        EXPECT_EQ(e.number(), 3265);
+        EXPECT_EQ(e.description(),
+                  QStringLiteral("要求された名前、または序数に対応する項目はコレクションで見つかりません。"));
+    }
+    EXPECT_EQ(errorNumberOf([&] { rs.value(2); }), 3265);
+    EXPECT_EQ(errorNumberOf([&] { rs.fieldName(-1); }), 3265);
+}
+
+TEST(Recordset, NothingRaisesObjectNotSet) {
+    Recordset nothing;
+    EXPECT_TRUE(nothing.isNothing());
+    EXPECT_EQ(errorNumberOf([&] { nothing.eof(); }), 91);
+    EXPECT_EQ(errorNumberOf([&] { nothing.moveNext(); }), 91);
+    EXPECT_EQ(errorNumberOf([&] { nothing.value(QStringLiteral("A")); }), 91);
+    EXPECT_EQ(errorNumberOf([&] { nothing.fieldCount(); }), 91);
+}
+
+TEST(Recordset, CopiesWalkIndependently) {
+    Recordset first = twoRows();
+    Recordset second = first;
+    second.moveNext();
+    EXPECT_EQ(first.value(0), Variant::fromLong(1));
+    EXPECT_EQ(second.value(0), Variant::fromLong(2));
+}
+
+}  // namespace
+}  // namespace kelvary

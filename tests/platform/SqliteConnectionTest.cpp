@@ -1,0 +1,294 @@
+// The SQLite connection: which files it refuses, how declared column types come
+// back as ADO types and Variants, and linked tables that follow a file.
+#include "platform/SqliteConnection.h"
+#include "platform/VbError.h"
+
+#include "platform/TestDatabase.h"
+#include "support/TestSupport.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace kelvary {
+namespace {
+
+using test::hexBytes;
+using test::makeDatabase;
+using test::storedValue;
+using test::writeFile;
+
+QString openingError(const QString& path) {
+    try {
+        SqliteConnection connection(path);
+    } catch (const VbError& e) {
+        return e.description();
+    }
+    return QStringLiteral("<opened>");
+}
+
+// The first bytes of a Jet 4.0 database: a page header and "Standard Jet DB".
+const char* const kJetHeader = "00 01 00 00 53 74 61 6E 64 61 72 64 20 4A 65 74 20 44 42 00 01 00 00 00";
+
+TEST(SqliteConnection, RefusesFilesThatAreNotSqliteDatabases) {
+    QTemporaryDir dir;
+    const QString missing = dir.filePath(QStringLiteral("SystemData.mdb"));
+    EXPECT_EQ(openingError(missing),
+              QStringLiteral("ファイル '%1' が見つかりません。").arg(QDir::toNativeSeparators(missing)));
+    EXPECT_FALSE(QFileInfo::exists(missing)) << "opening must not create the file";
+
+    const QString jet = dir.filePath(QStringLiteral("Jet.mdb"));
+    writeFile(jet, hexBytes(kJetHeader) + QByteArray(2048, '\0'));
+    EXPECT_EQ(openingError(jet),
+              QStringLiteral("ファイル '%1' はこのプログラムで読み取れるデータベースではありません。"
+                             "SQLite 3 形式のデータベースファイルが必要です。")
+                  .arg(QDir::toNativeSeparators(jet)));
+
+    const QString empty = dir.filePath(QStringLiteral("empty.mdb"));
+    writeFile(empty, QByteArray());
+    EXPECT_TRUE(openingError(empty).contains(QStringLiteral("読み取れるデータベースではありません")));
+
+    // The header without its closing NUL is not the header.
+    const QString almost = dir.filePath(QStringLiteral("almost.mdb"));
+    writeFile(almost, QByteArray("SQLite format 3!") + QByteArray(4096, '\0'));
+    EXPECT_TRUE(openingError(almost).contains(QStringLiteral("読み取れるデータベースではありません")));
+
+    EXPECT_TRUE(openingError(dir.path()).contains(QStringLiteral("見つかりません")));
+}
+
+TEST(SqliteConnection, DamagedFileBehindAGoodHeaderFailsAtOpening) {
+    QTemporaryDir dir;
+    const QString damaged = dir.filePath(QStringLiteral("damaged.mdb"));
+    writeFile(damaged, QByteArray("SQLite format 3", 16) + QByteArray(4080, '\x5a'));
+    try {
+        SqliteConnection connection(damaged);
+        FAIL() << "a damaged file was opened";
+    } catch (const VbError& e) {
+        EXPECT_EQ(e.number(), vberr::DatabaseError);
+    }
+}
+
+class SqliteConnectionTypes : public ::testing::Test {
+protected:
+    void SetUp() override {
+        path = dir.filePath(QStringLiteral("types.mdb"));
+        makeDatabase(path,
+                     "CREATE TABLE T (L INTEGER, S SMALLINT, D DOUBLE, C CURRENCY, W DATETIME, "
+                     "B BOOLEAN, X TEXT, M LONGTEXT);"
+                     "INSERT INTO T VALUES (2147483647, -32768, 1.5, 1234.5, '2008-04-01', 1, 'O''Brien', 'memo');"
+                     "INSERT INTO T VALUES (-7, 12, 3, 100, '2019-05-01 10:05:09', 0, '', '');"
+                     "INSERT INTO T VALUES (NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL);"
+                     "INSERT INTO T (L, S) VALUES (4294967296, 40000);");
+        connection = std::make_unique<SqliteConnection>(path);
+    }
+    QTemporaryDir dir;
+    QString path;
+    std::unique_ptr<SqliteConnection> connection;
+};
+
+TEST_F(SqliteConnectionTypes, DeclaredTypesGiveAdoTypes) {
+    const Recordset rs = connection->query(QStringLiteral("SELECT * FROM T"));
+    ASSERT_EQ(rs.fieldCount(), 8);
+    const int expected[] = {3, 2, 5, 6, 7, 11, 202, 203};
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(rs.fieldType(i), expected[i]) << rs.fieldName(i).toStdString();
+    EXPECT_EQ(rs.fieldName(4), QStringLiteral("W"));
+}
+
+TEST_F(SqliteConnectionTypes, StoredValuesComeBackAsTheirVariants) {
+    Recordset rs = connection->query(QStringLiteral("SELECT * FROM T"));
+    EXPECT_EQ(rs.value(0), Variant::fromLong(2147483647));
+    EXPECT_EQ(rs.value(1), Variant::fromInteger(-32768));
+    EXPECT_EQ(rs.value(2), Variant(1.5));
+    EXPECT_EQ(rs.value(3), Variant(Currency{12345000}));
+    EXPECT_EQ(rs.value(4), Variant(VbDate{QDate(2008, 4, 1), 0}));
+    EXPECT_EQ(rs.value(5), Variant(true));
+    EXPECT_EQ(rs.value(6), Variant(QStringLiteral("O'Brien")));
+    EXPECT_EQ(rs.value(7), Variant(QStringLiteral("memo")));
+    rs.moveNext();
+    EXPECT_EQ(rs.value(0), Variant::fromLong(-7));
+    EXPECT_EQ(rs.value(2), Variant(3.0));  // stored as an integer, read as a Double
+    EXPECT_EQ(rs.value(3), Variant(Currency{1000000}));
+    EXPECT_EQ(rs.value(4), Variant(VbDate{QDate(2019, 5, 1), 10 * 3600 + 5 * 60 + 9}));
+    EXPECT_EQ(rs.value(5), Variant(false));
+    EXPECT_EQ(rs.value(6), Variant(QString()));
+    rs.moveNext();
+    for (int i = 0; i < 8; ++i) EXPECT_TRUE(rs.value(i).isNull()) << i;
+    rs.moveNext();
+    // Values too wide for their declared type widen rather than wrap.
+    EXPECT_EQ(rs.value(0), Variant(4294967296.0));
+    EXPECT_EQ(rs.value(1), Variant::fromLong(40000));
+}
+
+TEST_F(SqliteConnectionTypes, ExpressionsTakeTheTypeOfTheirValues) {
+    const Recordset rs = connection->query(QStringLiteral(
+        "SELECT Max(L) AS L_MaxValue, Max(D) AS D_MaxValue, X || 'x' AS Joined, "
+        "(SELECT Max(L) FROM T WHERE 0) AS NoValue FROM T WHERE L = 2147483647"));
+    EXPECT_EQ(rs.fieldName(0), QStringLiteral("L_MaxValue"));
+    EXPECT_EQ(rs.fieldType(0), 3);
+    EXPECT_EQ(rs.value(0), Variant::fromLong(2147483647));
+    EXPECT_EQ(rs.fieldType(1), 5);
+    EXPECT_EQ(rs.value(1), Variant(1.5));
+    EXPECT_EQ(rs.fieldType(2), 202);
+    EXPECT_EQ(rs.value(2), Variant(QStringLiteral("O'Brienx")));
+    EXPECT_EQ(rs.fieldType(3), 3);
+    EXPECT_TRUE(rs.value(3).isNull());
+}
+
+TEST_F(SqliteConnectionTypes, ParametersAreStoredInTheColumnForms) {
+    EXPECT_EQ(connection->execute(QStringLiteral("INSERT INTO T (W, B, X) VALUES (?1, ?2, ?3)"),
+                                  {Variant(VbDate{QDate(2008, 4, 1), 0}), Variant(true),
+                                   Variant(QStringLiteral("甲'乙"))}),
+              1);
+    EXPECT_EQ(storedValue(path, "SELECT W FROM T WHERE X = '甲''乙'"), QStringLiteral("text:2008-04-01"));
+    EXPECT_EQ(storedValue(path, "SELECT B FROM T WHERE X = '甲''乙'"), QStringLiteral("integer:1"));
+}
+
+TEST_F(SqliteConnectionTypes, OneTextIsOneStatement) {
+    EXPECT_THROW(connection->execute(QStringLiteral("DELETE FROM T; DELETE FROM T")), VbError);
+    EXPECT_EQ(storedValue(path, "SELECT count(*) FROM T"), QStringLiteral("integer:4"));
+    EXPECT_THROW(connection->query(QStringLiteral("   ")), VbError);
+    EXPECT_EQ(connection->execute(QStringLiteral("DELETE FROM T WHERE L = -7;")), 1);
+}
+
+TEST_F(SqliteConnectionTypes, SqlErrorsAreDatabaseErrors) {
+    try {
+        connection->query(QStringLiteral("SELECT * FROM NoSuchTable"));
+        FAIL();
+    } catch (const VbError& e) {
+        EXPECT_EQ(e.number(), vberr::DatabaseError);
+        EXPECT_TRUE(e.description().contains(QStringLiteral("NoSuchTable")));
+    }
+}
+
+// Two sibling databases with the same tables and different rows, and a
+// working database that links them.
+class SqliteConnectionLinks : public ::testing::Test {
+protected:
+    void SetUp() override {
+        // Blanks, '#' and Japanese in the folder name must survive the attachment.
+        ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("財務 data#1")));
+        first = dir.filePath(QStringLiteral("財務 data#1/Ledra.mdb"));
+        second = dir.filePath(QStringLiteral("Ledra_dummy.mdb"));
+        makeDatabase(first,
+                     "CREATE TABLE T_FS (FSDataCode INTEGER, FYearFrom DATETIME, ApplyerName TEXT, "
+                     "TaxFreeFlag BOOLEAN);"
+                     "INSERT INTO T_FS VALUES (11, '2007-04-01', '第一建設', 1);"
+                     "CREATE TABLE M_FSDoc (DocCode INTEGER, DocName TEXT);"
+                     "INSERT INTO M_FSDoc VALUES (1, '貸借対照表');");
+        makeDatabase(second,
+                     "CREATE TABLE T_FS (FSDataCode INTEGER, FYearFrom DATETIME, ApplyerName TEXT, "
+                     "TaxFreeFlag BOOLEAN);"
+                     "INSERT INTO T_FS VALUES (22, '2008-04-01', '第二建設', 0);"
+                     "CREATE TABLE M_FSDoc (DocCode INTEGER, DocName TEXT);");
+        working = dir.filePath(QStringLiteral("SystemData.mdb"));
+        // A stand-in table of the same name in the working file must not be read.
+        makeDatabase(working, "CREATE TABLE T_FS (FSDataCode INTEGER); INSERT INTO T_FS VALUES (99);");
+        connection = std::make_unique<SqliteConnection>(working);
+    }
+
+    QString codes() {
+        Recordset rs = connection->query(QStringLiteral("SELECT FSDataCode FROM T_FS"));
+        QString text;
+        for (; !rs.eof(); rs.moveNext()) text += rs.value(0).text() + QLatin1Char(';');
+        return text;
+    }
+
+    long attachedFilesNamed(const QString& path) {
+        Recordset rs = connection->query(QStringLiteral("PRAGMA database_list"));
+        long count = 0;
+        for (; !rs.eof(); rs.moveNext())
+            if (rs.value(QStringLiteral("file")).text() == QFileInfo(path).canonicalFilePath()) ++count;
+        return count;
+    }
+
+    QTemporaryDir dir;
+    QString first, second, working;
+    std::unique_ptr<SqliteConnection> connection;
+};
+
+TEST_F(SqliteConnectionLinks, LinkedTableReadsItsFileWithTheSourceTypes) {
+    connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
+    Recordset rs = connection->query(QStringLiteral("select * from t_fs"));
+    ASSERT_EQ(rs.recordCount(), 1);
+    EXPECT_EQ(rs.value(QStringLiteral("FSDataCode")), Variant::fromLong(11));
+    EXPECT_EQ(rs.fieldType(1), 7);
+    EXPECT_EQ(rs.value(QStringLiteral("FYearFrom")), Variant(VbDate{QDate(2007, 4, 1), 0}));
+    EXPECT_EQ(rs.value(QStringLiteral("TaxFreeFlag")), Variant(true));
+    EXPECT_EQ(rs.value(QStringLiteral("ApplyerName")), Variant(QStringLiteral("第一建設")));
+    EXPECT_EQ(connection->linkedFile(QStringLiteral("t_fs")), QFileInfo(first).canonicalFilePath());
+    EXPECT_EQ(connection->linkedFile(QStringLiteral("M_FSDoc")), QString());
+}
+
+TEST_F(SqliteConnectionLinks, RepointingFollowsTheNewFileAndReleasesTheOld) {
+    connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
+    connection->linkTable(QStringLiteral("M_FSDoc"), QStringLiteral("M_FSDoc"), first);
+    EXPECT_EQ(attachedFilesNamed(first), 1) << "one attachment serves every table of a file";
+
+    connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), second);
+    EXPECT_EQ(codes(), QStringLiteral("22;"));
+    EXPECT_EQ(attachedFilesNamed(first), 1) << "M_FSDoc still reads the first file";
+    EXPECT_EQ(connection->query(QStringLiteral("SELECT * FROM M_FSDoc")).recordCount(), 1);
+
+    connection->linkTable(QStringLiteral("M_FSDoc"), QStringLiteral("M_FSDoc"), second);
+    EXPECT_EQ(connection->query(QStringLiteral("SELECT * FROM M_FSDoc")).recordCount(), 0);
+    EXPECT_EQ(attachedFilesNamed(first), 0);
+    EXPECT_EQ(attachedFilesNamed(second), 1);
+
+    connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
+    EXPECT_EQ(codes(), QStringLiteral("11;"));
+}
+
+TEST_F(SqliteConnectionLinks, FailedRepointingKeepsThePreviousLink) {
+    connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
+
+    const QString jet = dir.filePath(QStringLiteral("Ledra.mdb"));
+    writeFile(jet, hexBytes(kJetHeader) + QByteArray(2048, '\0'));
+    try {
+        connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), jet);
+        FAIL() << "a Jet file was linked";
+    } catch (const VbError& e) {
+        EXPECT_TRUE(e.description().contains(QStringLiteral("読み取れるデータベースではありません")));
+        EXPECT_TRUE(e.description().contains(QDir::toNativeSeparators(jet)));
+    }
+    EXPECT_EQ(codes(), QStringLiteral("11;"));
+
+    const QString missing = dir.filePath(QStringLiteral("none/Ledra.mdb"));
+    EXPECT_THROW(connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), missing), VbError);
+    EXPECT_FALSE(QFileInfo::exists(missing));
+    EXPECT_EQ(codes(), QStringLiteral("11;"));
+
+    // A database without the source table.
+    const QString other = dir.filePath(QStringLiteral("other.mdb"));
+    makeDatabase(other, "CREATE TABLE Unrelated (A INTEGER);");
+    try {
+        connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), other);
+        FAIL() << "a file without the table was linked";
+    } catch (const VbError& e) {
+        EXPECT_TRUE(e.description().contains(QStringLiteral("T_FS")));
+    }
+    EXPECT_EQ(codes(), QStringLiteral("11;"));
+    EXPECT_EQ(attachedFilesNamed(other), 0) << "the refused file is not left attached";
+    EXPECT_EQ(connection->linkedFile(QStringLiteral("T_FS")), QFileInfo(first).canonicalFilePath());
+}
+
+TEST_F(SqliteConnectionLinks, LinkedFilesAreOnlyRead) {
+    connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
+    QString schema;
+    for (Recordset rs = connection->query(QStringLiteral("PRAGMA database_list")); !rs.eof(); rs.moveNext())
+        if (rs.value(QStringLiteral("file")).text() == QFileInfo(first).canonicalFilePath())
+            schema = rs.value(QStringLiteral("name")).text();
+    ASSERT_FALSE(schema.isEmpty());
+    EXPECT_THROW(connection->execute(QStringLiteral("DELETE FROM \"%1\".T_FS").arg(schema)), VbError);
+    EXPECT_EQ(storedValue(first, "SELECT count(*) FROM T_FS"), QStringLiteral("integer:1"));
+}
+
+TEST_F(SqliteConnectionLinks, UnlinkedNameReadsTheWorkingFile) {
+    EXPECT_EQ(codes(), QStringLiteral("99;"));
+}
+
+}  // namespace
+}  // namespace kelvary
