@@ -178,6 +178,9 @@ void translate(const QList<Token>& tokens, qsizetype begin, qsizetype end, QStri
             out += QLatin1Char('1');
         } else if (t.isWord("False") && !qualified) {
             out += QLatin1Char('0');
+        } else if (t.is(QLatin1Char('/'))) {
+            // Jet divides as floating point even between integers.
+            out += QLatin1String("*1.0/");
         } else if (t.is(QLatin1Char('&'))) {
             out += QLatin1String("||");
         } else if (t.is(QLatin1Char('-')) && i + 1 < end && tokens[i + 1].is(QLatin1Char('-'))) {

@@ -5,6 +5,7 @@
 //   IsNull(x)                                     → ((x) IS NULL)
 //   True, False                                   → 1, 0 (Booleans are stored 1/0)
 //   a & b   (text concatenation)                  → a || b
+//   a / b   (always a floating-point quotient)    → a*1.0/b
 //   "text"  (a Jet text literal)                  → 'text'
 //   a--1    (minus minus one)                     → a- -1 (not an SQLite comment)
 // A text is one statement: a ';' may only be followed by blanks, anything else

@@ -26,8 +26,8 @@ using test::writeFile;
 const char* const kWorkingSchema =
     "CREATE TABLE tblIndex (IndexID INTEGER, ApplyerName TEXT, FYearNumber DOUBLE, FYearFrom DATETIME, "
     "PrintFlag BOOLEAN DEFAULT 0);"
-    "CREATE TABLE tblWork (OldZaimuDataPath TEXT, MainDataCode INTEGER);"
-    "INSERT INTO tblWork VALUES ('old', 5);"
+    "CREATE TABLE tblWork (OldZaimuDataPath TEXT, MainDataCode INTEGER, ExcelDataFolder TEXT);"
+    "INSERT INTO tblWork VALUES ('old', 5, NULL);"
     "CREATE TABLE tblLinkTable (TableName TEXT, DataSource TEXT);"
     "INSERT INTO tblLinkTable VALUES ('T_FS', 'Ledra_dummy.mdb');"
     "INSERT INTO tblLinkTable VALUES ('T_MainData', 'Ledra_dummy.mdb');";
@@ -85,6 +85,18 @@ TEST_F(DatabaseRoutines, GetDataDefaultOnlyWithoutARow) {
     EXPECT_EQ(gvarGetData(QStringLiteral("MainDataCode"), QStringLiteral("tblWork"), QString(), Variant()),
               Variant::fromLong(5));
     EXPECT_TRUE(errorBoxes().isEmpty());
+}
+
+TEST_F(DatabaseRoutines, ExpressionsKeepJetMeaning) {
+    // MainDataCode is 5: Jet divides integers to 2.5 and joins texts with &.
+    EXPECT_EQ(gvarGetData(QStringLiteral("MainDataCode/2"), QStringLiteral("tblWork"), QString(), Variant()),
+              Variant(2.5));
+    EXPECT_EQ(gvarGetData(QStringLiteral("OldZaimuDataPath & '-' & MainDataCode"), QStringLiteral("tblWork"),
+                          QString(), Variant()),
+              Variant(QStringLiteral("old-5")));
+    EXPECT_EQ(gvarGetData(QStringLiteral("MainDataCode"), QStringLiteral("tblWork"),
+                          QStringLiteral("IsNull(ExcelDataFolder)=True And MainDataCode--1=6"), Variant()),
+              Variant::fromLong(5));
 }
 
 TEST_F(DatabaseRoutines, GetDataErrorIsReportedAndGivesEmpty) {

@@ -84,6 +84,8 @@ TEST(JetSql, DoubleQuotedTextsAreJetTextLiterals) {
 
 TEST(JetSql, OperatorsThatDifferFromSqlite) {
     EXPECT_EQ(jet("Select A & '-' & B From T"), QStringLiteral("Select A || '-' || B From T"));
+    // 7/2 is 3.5 in Jet; SQLite would divide two integers to 3.
+    EXPECT_EQ(jet("Select ItemValue/1000 From T"), QStringLiteral("Select ItemValue*1.0/1000 From T"));
     // Minus minus one: in SQLite "--" would start a comment.
     EXPECT_EQ(jet("update T set A=A--1 where B=1"), QStringLiteral("update T set A=A- -1 where B=1"));
 }

@@ -96,13 +96,5 @@ TEST(Recordset, NothingRaisesObjectNotSet) {
     EXPECT_EQ(errorNumberOf([&] { nothing.fieldCount(); }), 91);
 }
 
-TEST(Recordset, CopiesWalkIndependently) {
-    Recordset first = twoRows();
-    Recordset second = first;
-    second.moveNext();
-    EXPECT_EQ(first.value(0), Variant::fromLong(1));
-    EXPECT_EQ(second.value(0), Variant::fromLong(2));
-}
-
 }  // namespace
 }  // namespace kelvary
