@@ -1,0 +1,184 @@
+// The application data file's form fields, the filer's details and the
+// applicant key. Each section is read by its own routine, which opens the
+// file, finds its header and reports its own failure, so a damaged [DocData]
+// section costs the application record but not the filer's details.
+//
+// The [DocData] column names and values come from a file and go into SQL
+// text, so each is checked before any statement is built: a column name must
+// be a plain identifier, a number a plain number and a date a date. Texts are
+// safe as they are, because clsSqlText doubles their quotes.
+#include "intake/clsApply2Data.h"
+
+#include "db/clsSqlText.h"
+#include "db/mdlFunctionDatabase.h"
+#include "intake/ApplicationFile.h"
+#include "intake/ApplicationFlags.h"
+#include "platform/SequentialInput.h"
+#include "platform/VbError.h"
+#include "startup/mdlFunctionStandard.h"
+
+#include <QDate>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <array>
+
+namespace kelvary {
+namespace {
+
+// The edition of the application form in force from 2004-03-01 is the one a
+// file without an EnforceDate record was written for.
+const QDate kDefaultEnforceDate(2004, 3, 1);
+
+constexpr std::array kUserInfoKeys = {"UserName", "UserName2", "UserAddress", "UserTel",
+                                      "UserFax",  "RegistNumber", "UserID"};
+
+struct DocDataRecord {
+    QString column;
+    Variant value;
+    int fieldType;
+};
+
+QString docDataPlace(const QString& column) {
+    return QStringLiteral("申請書データ [DocData] の項目「") + column + QStringLiteral("」");
+}
+
+void requirePlainColumnName(const Variant& column) {
+    static const QRegularExpression identifier(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
+    const QString name = column.text();
+    if (identifier.match(name).hasMatch()) return;
+    throw VbError(vberr::InvalidProcedureCall,
+                  QStringLiteral("申請書データ [DocData] の項目名「") + name +
+                      QStringLiteral("」は使えません。項目名は半角英数字と「_」だけで書かれ、"
+                                     "数字で始まらないものに限ります。"));
+}
+
+bool isPlainNumberText(const QString& text) {
+    static const QRegularExpression number(
+        QStringLiteral("^[+-]?(?:\\d+\\.?\\d*|\\.\\d+)(?:[eE][+-]?\\d+)?$"));
+    return number.match(text).hasMatch();
+}
+
+// The literal clsSqlText makes of the value must be what its type says: a
+// number is written bare, a date between "#", so neither may carry anything else.
+void requireValueFitsType(const QString& column, const Variant& value, int fieldType) {
+    const QString text = value.text();
+    if (text.isEmpty()) return;  // written as null
+    if (fieldType == 0) {
+        if (value.isNumber() || value.type() == VarType::Boolean || isPlainNumberText(text)) return;
+        throw VbError(vberr::TypeMismatch, docDataPlace(column) + QStringLiteral("の値「") + text +
+                                               QStringLiteral("」は数値ではありません。"));
+    }
+    if (fieldType == 2) {
+        if (value.isDate() || value.isNumber()) return;
+        throw VbError(vberr::TypeMismatch, docDataPlace(column) + QStringLiteral("の値「") + text +
+                                               QStringLiteral("」は日付ではありません。"));
+    }
+}
+
+}  // namespace
+
+std::int32_t clsApply2Data::LoadData(const QString& file) {
+    mstrAnlFile = file;
+    mLoadBasicInfo();
+    mLoadAPData();
+    mLoadUserInfo();
+    return mlngMainDataCode;
+}
+
+void clsApply2Data::mLoadBasicInfo() {
+    if (mstrAnlFile.isEmpty()) return;
+    try {
+        SequentialInput file(mstrAnlFile);
+        mstrSearchHeader(QStringLiteral("[BasicInfo]"), file);
+        while (!file.eof()) {
+            const QList<Variant> record = intake::readRecord(file, 2);
+            if (intake::isEndRecord(record)) break;
+            const QString key = record[0].text();
+            if (key == QLatin1String("ApplyDataID"))
+                mlngMainDataCode = record[1].toLong();
+            else if (key == QLatin1String("ZaimuDataPath"))
+                mstrOldZaimuDataPath = record[1].text();
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mLoadBasicInfo"), 1);
+    }
+}
+
+void clsApply2Data::mLoadAPData() {
+    try {
+        QList<DocDataRecord> records;
+        {
+            SequentialInput file(mstrAnlFile);
+            mstrSearchHeader(QStringLiteral("[DocData]"), file);
+            while (!file.eof()) {
+                const QList<Variant> record = intake::readRecord(file, 3);
+                if (intake::isEndRecord(record)) break;
+                requirePlainColumnName(record[0]);
+                const int fieldType = menmConvertDataType(record[2]);
+                requireValueFitsType(record[0].text(), record[1], fieldType);
+                records.append({record[0].text(), record[1], fieldType});
+            }
+        }
+
+        clsSqlText sql;
+        for (DocDataRecord& record : records) sql.SetData(record.column, record.value, record.fieldType);
+        sql.SetTable(QStringLiteral("tmpAPData"));
+        if (!sql.GetInsertSql().contains(QLatin1String("EnforceDate")))
+            sql.SetData(QStringLiteral("EnforceDate"), Variant(kDefaultEnforceDate), enmDate);
+
+        const std::int32_t apDataCode =
+            glngGetMaxValue(QStringLiteral("APDataCode"), QStringLiteral("tmpAPData"), QString()) + 1;
+        sql.SetData(QStringLiteral("MainDataCode"), Variant::fromLong(mlngMainDataCode), enmNumber);
+        sql.SetData(QStringLiteral("APDataCode"), Variant::fromLong(apDataCode), enmNumber);
+        gblnExecuteSql(sql.GetInsertSql());
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mLoadAPData"), 1);
+    }
+}
+
+void clsApply2Data::mLoadUserInfo() {
+    if (mstrAnlFile.isEmpty()) return;
+    try {
+        SequentialInput file(mstrAnlFile);
+        mstrSearchHeader(QStringLiteral("[UserInfo]"), file);
+        while (!file.eof()) {
+            const QList<Variant> record = intake::readRecord(file, 3);
+            if (intake::isEndRecord(record)) break;
+            const QString key = record[0].text();
+            const Variant& value = record[1];
+            if (std::find(kUserInfoKeys.begin(), kUserInfoKeys.end(), key) != kUserInfoKeys.end())
+                gWriteIniData(key, value, QStringLiteral("UserInfo"));
+            else if (key == QLatin1String("Representation"))
+                gblnRepresentation = value.text() == QLatin1String("Representation");
+            else if (key == QLatin1String("SinseiType"))
+                glngSinseiType = value.toLong();
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mLoadUserInfo"), 1);
+    }
+}
+
+QString clsApply2Data::mstrSearchHeader(const QString& header, SequentialInput& file) {
+    try {
+        return intake::searchHeader(file, header);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mstrSearchHeader"), 1);
+        return {};
+    }
+}
+
+clsApply2Data::enmDataType clsApply2Data::menmConvertDataType(const Variant& typeCode) {
+    try {
+        if (!typeCode.isNumeric() || typeCode.isEmpty()) return enmNumber;
+        const double code = typeCode.toDouble();
+        if (code == 2) return enmText;
+        if (code == 3) return enmDate;
+        return enmNumber;
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("menmConvertDataType"), 1);
+        return enmNumber;
+    }
+}
+
+}  // namespace kelvary

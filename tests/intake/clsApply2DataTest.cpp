@@ -1,0 +1,197 @@
+// Reading the application data file into tmpAPData, UserData.ini and the two
+// agent flags: the defaults, the three value types, the sections' edge cases
+// and every kind of damaged file, which must be reported without a crash and
+// without losing what the other sections carry.
+#include "intake/clsApply2Data.h"
+
+#include "IntakeHome.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvary {
+namespace {
+
+using test::hexBytes;
+using test::IntakeHome;
+
+const QByteArray kBasicInfo = "\"[BasicInfo]\"\r\n"
+                              "\"ApplyDataID\",77\r\n"
+                              "\"ZaimuDataPath\",\"old\\data\\\"\r\n"
+                              "\"[End]\",\"\"\r\n";
+
+// 佐藤 (8d b2 93 a1) as the user's name.
+const QByteArray kUserInfo = "\"[UserInfo]\"\r\n"
+                             "\"UserName\",\"" + hexBytes("8d b2 93 a1") + "\",\"\"\r\n"
+                             "\"UserFax\",#NULL#,\"\"\r\n"
+                             "\"UserID\",\"1234\",\"\"\r\n"
+                             "\"Unknown\",\"ignored\",\"\"\r\n"
+                             "\"[End]\",\"\",\"\"\r\n";
+
+QByteArray docData(const QByteArray& records) {
+    return "\"[DocData]\"\r\n" + records + "\"[End]\"\r\n";
+}
+
+class Apply2DataTest : public ::testing::Test {
+protected:
+    std::int32_t load(const QByteArray& bytes) {
+        return clsApply2Data().LoadData(home.write(QStringLiteral("app.dat"), bytes));
+    }
+    QStringList apData(const char* columns) {
+        return home.rows(QStringLiteral("SELECT ") + QLatin1String(columns) +
+                         QStringLiteral(" FROM tmpAPData ORDER BY APDataCode"));
+    }
+
+    IntakeHome home;
+};
+
+TEST_F(Apply2DataTest, WritesOneRowWithTypedValuesAndTheDefaultEdition) {
+    const QByteArray records =
+        "\"ApplierColumnName\",\"O'Brien" + hexBytes("8c 9a 90 dd") + "\",2\r\n"  // O'Brien建設
+        "\"ApplyDate\",#2008-04-01#,3\r\n"
+        "\"LcnsDate1\",\"2007/10/05\",3\r\n"
+        "\"PrefCode1\",13,1\r\n"
+        "\"LcnsNum1B\",4321,2\r\n"
+        "\"FType\",1,9\r\n"          // an unknown type code is a number
+        "\"Item01Single\",\"\",1\r\n"  // an empty number is null
+        "\"BaseDate\",\"\",3\r\n";     // an empty date is null
+    EXPECT_EQ(load(kBasicInfo + kUserInfo + docData(records)), 77);
+    EXPECT_EQ(home.errorPlaces(), QStringList());
+    EXPECT_EQ(apData("APDataCode, MainDataCode, EnforceDate, ApplierColumnName, ApplyDate, LcnsDate1, "
+                     "typeof(PrefCode1), PrefCode1, typeof(LcnsNum1B), LcnsNum1B, FType, Item01Single, "
+                     "BaseDate"),
+              QStringList{QStringLiteral("1|77|2004-03-01|O'Brien建設|2008-04-01|2007-10-05|integer|13|"
+                                         "text|4321|1|NULL|NULL")});
+}
+
+TEST_F(Apply2DataTest, EditionDateFromTheFileIsKeptAndKeysCountOn) {
+    const QByteArray bytes = kBasicInfo + docData("\"EnforceDate\",#2008-04-01#,3\r\n");
+    load(bytes);
+    load(bytes);  // a second load in the same run takes the next key
+    EXPECT_EQ(apData("APDataCode, EnforceDate"),
+              (QStringList{QStringLiteral("1|2008-04-01"), QStringLiteral("2|2008-04-01")}));
+}
+
+TEST_F(Apply2DataTest, HeaderWithTrailingCharactersIsStillTheHeader) {
+    EXPECT_EQ(load("junk line\r\n\"[BasicInfo]xyz\",\"more\"\r\n\"ApplyDataID\",\"12\"\r\n\"[End]\""), 12);
+    EXPECT_EQ(home.errorPlaces(), QStringList());
+}
+
+TEST_F(Apply2DataTest, WithoutDocDataTheRowStillGetsKeyAndEdition) {
+    EXPECT_EQ(load(kBasicInfo), 77);
+    EXPECT_EQ(apData("APDataCode, MainDataCode, EnforceDate"), QStringList{QStringLiteral("1|77|2004-03-01")});
+}
+
+TEST_F(Apply2DataTest, UserInfoGoesToTheSettingsFileInCp932) {
+    load(kBasicInfo + kUserInfo);
+    const QByteArray ini = home.read(QStringLiteral("UserData.ini"));
+    EXPECT_TRUE(ini.contains("UserName=" + hexBytes("8d b2 93 a1") + "\r\n")) << ini.toStdString();
+    EXPECT_TRUE(ini.contains("UserID=1234\r\n"));
+    EXPECT_TRUE(ini.contains("UserFax=\r\n"));  // Null is written as an empty text
+    EXPECT_FALSE(ini.contains("Unknown"));
+}
+
+TEST_F(Apply2DataTest, RepresentationFlagOnlyForTheExactText) {
+    const auto flagFor = [this](const QByteArray& value) {
+        gblnRepresentation = true;
+        load("\"[UserInfo]\"\r\n\"Representation\"," + value + ",\"\"\r\n\"[End]\"");
+        return gblnRepresentation;
+    };
+    EXPECT_TRUE(flagFor("\"Representation\""));
+    EXPECT_FALSE(flagFor("\"1\""));
+    EXPECT_FALSE(flagFor("\"True\""));
+    EXPECT_FALSE(flagFor("\"\""));
+    EXPECT_FALSE(flagFor("\"representation\""));
+}
+
+TEST_F(Apply2DataTest, SinseiTypeSetsTheApplicationKind) {
+    load("\"[UserInfo]\"\r\n\"SinseiType\",1,\"\"\r\n\"[End]\"");
+    EXPECT_EQ(glngSinseiType, 1);
+}
+
+TEST_F(Apply2DataTest, EmptyPathReturnsZeroAndLeavesTheSettingsAlone) {
+    const QByteArray before = home.read(QStringLiteral("UserData.ini"));
+    clsApply2Data reader;
+    EXPECT_EQ(reader.LoadData(QString()), 0);
+    EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mLoadAPData")});
+    EXPECT_EQ(home.read(QStringLiteral("UserData.ini")), before);
+    EXPECT_EQ(apData("*"), QStringList());
+}
+
+TEST_F(Apply2DataTest, MissingFileIsReportedByEachSection) {
+    const QByteArray before = home.read(QStringLiteral("UserData.ini"));
+    clsApply2Data reader;
+    EXPECT_EQ(reader.LoadData(home.file(QStringLiteral("nowhere.dat"))), 0);
+    EXPECT_EQ(home.errorPlaces(), (QStringList{QStringLiteral("mLoadBasicInfo"), QStringLiteral("mLoadAPData"),
+                                               QStringLiteral("mLoadUserInfo")}));
+    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("nowhere.dat")));
+    EXPECT_EQ(home.read(QStringLiteral("UserData.ini")), before);
+}
+
+TEST_F(Apply2DataTest, Utf8FileIsRefusedWithAClearMessage) {
+    // 申請書 in UTF-8 as the applicant's name.
+    load(kBasicInfo + docData("\"TRName\",\"" + hexBytes("e7 94 b3 e8 ab 8b e6 9b b8") + "\",2\r\n"));
+    EXPECT_EQ(home.errorPlaces().size(), 3);
+    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("Shift_JIS (CP932) ではありません")));
+    EXPECT_EQ(apData("*"), QStringList());
+}
+
+TEST_F(Apply2DataTest, TruncatedDocDataCostsTheRowButNotTheUserInfo) {
+    load(kBasicInfo + kUserInfo + "\"[DocData]\"\r\n\"TRName\",\"A\",2\r\n\"ContactTel\"");
+    EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mLoadAPData")});
+    EXPECT_EQ(apData("*"), QStringList());
+    EXPECT_TRUE(home.read(QStringLiteral("UserData.ini")).contains("UserID=1234\r\n"));
+}
+
+class BadColumnNameTest : public Apply2DataTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(BadColumnNameTest, IsRefusedBeforeAnySql) {
+    const QByteArray name = hexBytes(GetParam());
+    load(kBasicInfo + docData("\"TRName\",\"A\",2\r\n\"" + name + "\",1,1\r\n"));
+    // Refused by the reader itself: no statement ran, so none failed.
+    EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mLoadAPData")});
+    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("項目名「")));
+    EXPECT_EQ(apData("*"), QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, BadColumnNameTest,
+                         ::testing::Values("41 29 20 76 61 6c 75 65 73 28 31 29 3b 2d 2d",  // A) values(1);--
+                                           "4e 61 6d 65 20 4b 61 6e 61",                    // Name Kana
+                                           "31 43 6f 6c",                                   // 1Col
+                                           "8f a4 8d 86",                                   // 商号
+                                           "5b 45 6e 64 5d 20",                             // "[End] "
+                                           ""));
+
+TEST_F(Apply2DataTest, BadColumnNameIsNamedInTheReport) {
+    load(kBasicInfo + docData("\"X;DROP TABLE tblWork\",\"v\",2\r\n"));
+    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("項目名「X;DROP TABLE tblWork」"))) << home.messageTexts().toStdString();
+    EXPECT_EQ(home.rows("SELECT count(*) FROM tblWork"), QStringList{QStringLiteral("1")});
+}
+
+TEST_F(Apply2DataTest, ValuesThatDoNotFitTheirTypeAreRefused) {
+    load(kBasicInfo + docData("\"PrefCode1\",\"13); DELETE FROM tblWork; --\",1\r\n"));
+    load(kBasicInfo + docData("\"ApplyDate\",\"2008/04/01# or 1=1 --\",3\r\n"));
+    EXPECT_EQ(home.errorPlaces(), (QStringList{QStringLiteral("mLoadAPData"), QStringLiteral("mLoadAPData")}));
+    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("は数値ではありません")));
+    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("は日付ではありません")));
+    EXPECT_EQ(apData("*"), QStringList());
+}
+
+TEST_F(Apply2DataTest, UnknownColumnMakesTheInsertFail) {
+    load(kBasicInfo + kUserInfo + docData("\"NoSuchColumn\",\"v\",2\r\n"));
+    const QStringList places = home.errorPlaces();
+    ASSERT_EQ(places.size(), 1);
+    EXPECT_TRUE(places.front().startsWith(QStringLiteral("gblnExecuteSql")));
+    EXPECT_EQ(apData("*"), QStringList());
+    EXPECT_TRUE(home.read(QStringLiteral("UserData.ini")).contains("UserID=1234\r\n"));
+}
+
+TEST_F(Apply2DataTest, PropertiesReportThePathAndTheOldDataFolder) {
+    const QString path = home.write(QStringLiteral("app.dat"), kBasicInfo);
+    clsApply2Data reader;
+    reader.LoadData(path);
+    EXPECT_EQ(reader.AnlFile(), path);
+    EXPECT_EQ(reader.OldZaimuDataPath(), QStringLiteral("old\\data\\"));
+}
+
+}  // namespace
+}  // namespace kelvary
