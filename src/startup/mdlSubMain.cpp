@@ -4,8 +4,12 @@
 #include "startup/mdlSubMain.h"
 
 #include "db/mdlFunctionDatabase.h"
+#include "intake/clsAnlBasicInfo.h"
+#include "intake/clsApply2Data.h"
 #include "platform/AppObject.h"
 #include "platform/InstanceLock.h"
+#include "print/clsPrintMain.h"
+#include "print/clsPrintMain_200804.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
@@ -37,6 +41,12 @@ const char* const kWorkingTables[] = {
     "TmpFSNoteData",   "TmpFSCapitalRow", "TmpFSCapitalCol",  "TmpOldFSInfoData",
     "TmpOldFSItemData", "TmpOldFSNoteData",
 };
+
+// The 2008-04-01 edition goes to the current driver; every other date,
+// the 2004-03-01 default of a file without an edition included, to the earlier one.
+bool isCurrentEdition(const Variant& enforceDate) {
+    return enforceDate.isDateValue() && enforceDate.toDate() == VbDate{QDate(2008, 4, 1), 0};
+}
 
 }  // namespace
 
@@ -80,13 +90,40 @@ void Main(const CommandFields& fromOptions) {
         step([&] { gInitTable(QString::fromLatin1(table)); });
     }
 
+    std::int32_t mainDataCode = 0;
+    step([&] {
+        clsAnlBasicInfo basicInfo;
+        basicInfo.LoadData(fields().applicationFile);
+        mainDataCode = basicInfo.MainDataCode();
+    });
+    step([&] { gMsgForm(2, QStringLiteral("申請書データ読み込み中")); });
+    step([&] {
+        clsApply2Data applicationData;
+        mainDataCode = applicationData.LoadData(fields().applicationFile);
+    });
+    std::int32_t apDataCode = 0;
+    Variant enforceDate(QString{});
+    const QString where = QStringLiteral("MainDataCode=") + QString::number(mainDataCode);
+    step([&] {
+        apDataCode = gvarGetData(QStringLiteral("APDataCode"), QStringLiteral("tmpAPData"), where, Variant(QString()))
+                         .toLong();
+    });
+    step([&] {
+        enforceDate = gvarGetData(QStringLiteral("EnforceDate"), QStringLiteral("tmpAPData"), where, Variant(QString()));
+    });
     if (!gblnQuitRequested())
         step([&] {
-            // Reading the application data file and printing arrive with the
-            // intake and print modules; until then the run says so and ends.
-            gMsgbox(0, QStringLiteral("申請書データ「") + fields().applicationFile +
-                           QStringLiteral("」の読み込みと印刷は、このバージョンではまだ使えません。"),
-                    QStringLiteral("情報"));
+            if (isCurrentEdition(enforceDate)) {
+                clsPrintMain_200804 driver;
+                driver.setAPDataCode(apDataCode);
+                driver.setMainDataCode(mainDataCode);
+                driver.PrintDocument();
+            } else {
+                clsPrintMain driver;
+                driver.setAPDataCode(apDataCode);
+                driver.setMainDataCode(mainDataCode);
+                driver.PrintDocument();
+            }
         });
 
     step([&] { gQuitApplication(true); });

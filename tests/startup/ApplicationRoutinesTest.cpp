@@ -61,7 +61,7 @@ TEST(gvarConvUnitType, TruncatesTowardZero) {
     EXPECT_EQ(a.toDouble(), 1.0);  // replaced in place
     Variant b(-1999.0);
     EXPECT_EQ(gvarConvUnitType(b).toDouble(), -1.0);
-    Variant c(QString());
+    Variant c{QString()};
     EXPECT_EQ(gvarConvUnitType(c), Variant(QString()));
     Variant d = Variant::null();
     EXPECT_TRUE(gvarConvUnitType(d).isNull());

@@ -1,0 +1,236 @@
+// Period import and item repairs. Every routine traps its own errors under
+// its own name; a failed repair leaves the period as it was copied.
+#include "print/PeriodImport.h"
+
+#include "db/clsSqlText.h"
+#include "db/mdlFunctionDatabase.h"
+#include "platform/AppObject.h"
+#include "platform/VbError.h"
+#include "startup/mdlFunctionStandard.h"
+#include "startup/mdlVersion.h"
+
+#include <QDir>
+
+namespace kelvary {
+namespace {
+
+const QString kCrLf = QStringLiteral("\r\n");
+
+QString periodWhere(std::int32_t indexId) { return QStringLiteral("FSDataCode=") + QString::number(indexId); }
+
+Recordset openOrThrow(const QString& sql) {
+    Recordset rs = gobjMakeRecordset(sql);
+    if (rs.isNothing()) throw VbError(vberr::DatabaseError, QStringLiteral("データを読み込めませんでした。"));
+    return rs;
+}
+
+struct CopyPair {
+    const char* source;
+    const char* target;
+};
+const CopyPair kCopyPairs[] = {
+    {"T_FS", "TmpFSInfoData"},
+    {"P_FSItemData", "TmpFSItemData"},
+    {"T_FSNote", "TmpFSNoteData"},
+    {"T_FSCapitalRow", "TmpFSCapitalRow"},
+    {"T_FSCapitalCol", "TmpFSCapitalCol"},
+};
+
+void mReplaceFixedAssetsSub(std::int32_t indexId, int first, int second) {
+    try {
+        const QString where = periodWhere(indexId) + QStringLiteral(" And ItemCode=");
+        const Currency firstValue =
+            gvarCheckData(0, gvarGetData(QStringLiteral("ItemValue"), QStringLiteral("tmpFSItemData"),
+                                         where + QString::number(first), Variant(0)),
+                          Variant(0))
+                .toCurrency();
+        const Currency secondValue =
+            gvarCheckData(0, gvarGetData(QStringLiteral("ItemValue"), QStringLiteral("tmpFSItemData"),
+                                         where + QString::number(second), Variant(0)),
+                          Variant(0))
+                .toCurrency();
+        if (firstValue.scaled != 0 || secondValue.scaled == 0) return;
+        gblnExecuteSql(QStringLiteral("Update tmpFSItemData Set ItemValue=") + Variant(secondValue).toString() +
+                       QStringLiteral(" Where ") + where + QString::number(first));
+        gblnExecuteSql(QStringLiteral("Update tmpFSItemData Set ItemValue=0 Where ") + where +
+                       QString::number(second));
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mReplaceFixedAssetsSub"), 0);
+    }
+}
+
+void mPref01SpecialSub(std::int32_t indexId, int fsItemId) {
+    try {
+        gblnExecuteSql(QStringLiteral("Update tmpFSItemData Set NameChangeFlag=True Where ") + periodWhere(indexId) +
+                       QStringLiteral(" And FSItemID=") + QString::number(fsItemId) +
+                       QStringLiteral(" And ItemValue<>0"));
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mPref01SpecialSub"), 0);
+    }
+}
+
+void mPref01SpecialSub2(std::int32_t indexId, int oldCode, int newCode) {
+    try {
+        clsSqlText sql;
+        sql.SetData(QStringLiteral("ItemCode"), Variant(newCode), 0);
+        sql.SetData(QStringLiteral("NameChangeFlag"), Variant(true), 0);
+        sql.SetTable(QStringLiteral("tmpFSItemData"));
+        sql.SetWhere(periodWhere(indexId) + QStringLiteral(" And ItemCode=") + QString::number(oldCode) +
+                     QStringLiteral(" And ItemValue<>0"));
+        gblnExecuteSql(sql.GetUpdateSql());
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mPref01SpecialSub2"), 0);
+    }
+}
+
+void mPref01SpecialSub3(std::int32_t indexId, int code) {
+    try {
+        gblnExecuteSql(QStringLiteral("Delete From tmpFSItemData Where ") + periodWhere(indexId) +
+                       QStringLiteral(" And ItemCode=") + QString::number(code));
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mPref01SpecialSub3"), 0);
+    }
+}
+
+}  // namespace
+
+void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
+    try {
+        const QString program =
+            gvarGetData(QStringLiteral("NewZaimuProgram"), QStringLiteral("tblWork"), QString(), Variant(QString())).text();
+        const QString version = gstrGetFileVersion(program);
+        for (const CopyPair& pair : kCopyPairs) {
+            const QString target = QString::fromLatin1(pair.target);
+            Recordset rs = openOrThrow(QStringLiteral(" Select * From ") + QString::fromLatin1(pair.source) +
+                                       QStringLiteral(" Where FSDataCode=") + QString::number(linkCode));
+            for (; !rs.eof(); rs.moveNext()) {
+                clsSqlText sql;
+                for (int i = 0; i < rs.fieldCount(); ++i) {
+                    const QString& name = rs.fieldName(i);
+                    int fieldType = 3;
+                    int adoType = rs.fieldType(i);
+                    if (name.compare(QStringLiteral("VersionNumber"), Qt::CaseInsensitive) == 0) {
+                        sql.SetData(name,
+                                    Variant(QStringLiteral("Ledra:") + version + QStringLiteral("(") +
+                                            rs.value(i).text() + QStringLiteral(")")),
+                                    fieldType, adoType);
+                    } else if (name.compare(QStringLiteral("FSDataCode"), Qt::CaseInsensitive) == 0) {
+                        sql.SetData(name, Variant::fromLong(indexId), fieldType, adoType);
+                    } else if (mblnCheckExistField(target, name)) {
+                        sql.SetData(name, rs.value(i), fieldType, adoType);
+                    }
+                }
+                sql.SetTable(target);
+                gblnExecuteSql(sql.GetInsertSql());
+            }
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mCopyZaimuData"), 0);
+    }
+}
+
+bool mblnCheckExistField(const QString& table, const QString& field) {
+    try {
+        const Recordset rs = openOrThrow(QStringLiteral("Select * From ") + table);
+        (void)rs.fieldIndex(field);
+        return true;
+    } catch (const VbError& e) {
+        if (e.number() == vberr::ItemNotFound) return false;
+        ShowErrMsg(QStringLiteral("mblnCheckExistField"), 0);
+        return false;
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mblnCheckExistField"), 0);
+        return false;
+    }
+}
+
+void mPutSpecialItemCode(std::int32_t indexId) {
+    struct SpecialItem {
+        int code;
+        const char* name;
+        const char* column;
+    };
+    static const SpecialItem items[] = {
+        {208, "受取手形割引高", "NoteReceiptBillDiscount"},
+        {204, "受取手形裏書譲渡高", "NoteReceiptBillGive"},
+        {207, "当期減価償却実施額", "AccumulatedDepreciation"},
+    };
+    try {
+        const std::int32_t maxId = glngGetMaxValue(QStringLiteral("FSItemID"), QStringLiteral("tmpFSItemData"), QString());
+        int offset = 0;
+        for (const SpecialItem& item : items) {
+            const Variant value = gvarGetData(QString::fromLatin1(item.column), QStringLiteral("tmpFSInfoData"),
+                                              periodWhere(indexId), Variant(QString()));
+            clsSqlText sql;
+            sql.SetData(QStringLiteral("FSDataCode"), Variant::fromLong(indexId), 0);
+            sql.SetData(QStringLiteral("FSItemID"), Variant::fromLong(maxId + ++offset), 0);
+            sql.SetData(QStringLiteral("ItemCode"), Variant(item.code), 0);
+            sql.SetData(QStringLiteral("ItemName"), Variant(QString::fromUtf8(item.name)), 1);
+            sql.SetData(QStringLiteral("ItemValue"), value, 0);
+            sql.SetTable(QStringLiteral("tmpFSItemData"));
+            gblnExecuteSql(sql.GetInsertSql());
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mPutSpecialItemCode"), 0);
+    }
+}
+
+void mReplaceFixedAssets(std::int32_t indexId) {
+    static const int pairs[][2] = {{16, 17}, {19, 20}, {22, 23}, {27, 28}, {371, 372}};
+    for (const auto& pair : pairs) mReplaceFixedAssetsSub(indexId, pair[0], pair[1]);
+}
+
+void mPref01Special(std::int32_t indexId) {
+    try {
+        const Variant pref = gvarGetData(QStringLiteral("OtherSoftPrefCode"), QStringLiteral("tmpFSInfoData"),
+                                         periodWhere(indexId), Variant(0));
+        if (pref.isNull() || !pref.isNumeric() || pref.toDouble() != 1.0) return;
+        for (int id = 508; id <= 520; ++id) mPref01SpecialSub(indexId, id);
+        const Variant distinction = gvarGetData(QStringLiteral("Distinction"), QStringLiteral("tmpFSInfoData"),
+                                                periodWhere(indexId), Variant(0));
+        if (distinction.isNull() || !distinction.isNumeric() || distinction.toDouble() != 2.0) return;
+        static const int recodes[][2] = {{9, 222},   {62, 227},  {223, 225}, {224, 225},
+                                         {34, 225},  {36, 225},  {40, 225},  {29, 225}};
+        for (const auto& r : recodes) mPref01SpecialSub2(indexId, r[0], r[1]);
+        static const int deleted[] = {16, 17, 19, 20, 22, 23, 30, 35, 45, 27, 28};
+        for (int code : deleted) mPref01SpecialSub3(indexId, code);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mPref01Special"), 0);
+    }
+}
+
+void mCheckExcelConvData(std::int32_t indexId, const QString& fiscalYearNumber) {
+    try {
+        const QString version = gvarGetData(QStringLiteral("VersionNumber"), QStringLiteral("tmpFSInfoData"),
+                                            periodWhere(indexId), Variant(QString()))
+                                    .text();
+        if (!version.contains(QStringLiteral("Excel"), Qt::CaseInsensitive)) return;
+        gMsgbox(0,
+                QStringLiteral("第") + fiscalYearNumber +
+                    QStringLiteral("期の決算期データは「Tessaro」から「Orvane」にコンバートしたものです。") + kCrLf +
+                    kCrLf +
+                    QStringLiteral("「Tessaro」と、「Orvane」で作成した財務諸表では、機能の違いにより若干の差異が発生する場合がございます。") +
+                    kCrLf + kCrLf +
+                    QStringLiteral("「Tessaro」で作成した財務諸表を申請に利用した期のデータについては、エクセル版のデータを直接読込んでQRコードにしてください。"),
+                QStringLiteral("情報"));
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mCheckExcelConvData"), 0);
+    }
+}
+
+void mClearTempFolder() {
+    try {
+        // The original matched "*.bmp" and "*.txt" without regard to case, so
+        // the payload copies named "….Txt" go too.
+        QDir temp(app::path() + QStringLiteral("/Temp"));
+        for (const QString& name : temp.entryList(QDir::Files)) {
+            if (name.endsWith(QStringLiteral(".bmp"), Qt::CaseInsensitive) ||
+                name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive))
+                temp.remove(name);
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mClearTempFolder"), 0);
+    }
+}
+
+}  // namespace kelvary
