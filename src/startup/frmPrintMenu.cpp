@@ -1,0 +1,342 @@
+// The print selection menu: its controls, its loading steps and its handlers.
+// The batch driving of the same dialog lives in frmPrintMenuBatch.cpp.
+#include "startup/frmPrintMenu.h"
+
+#include "db/clsSqlText.h"
+#include "db/mdlFunctionDatabase.h"
+#include "intake/ApplicationFlags.h"
+#include "platform/AppObject.h"
+#include "startup/ComboBoxData.h"
+#include "startup/mdlFunctionApplication.h"
+#include "startup/mdlFunctionStandard.h"
+#include "startup/mdlSubMain.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontMetrics>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace kelvary {
+namespace {
+
+constexpr long kCourseRegular = 1;
+constexpr long kCourseExpress = 3;
+// tblIndex.DataType of a period in the sibling financial-statements database.
+constexpr long kDataTypeLedra = 0;
+
+const QString kNothingChosen = QStringLiteral("印刷する書類をチェックしてください");
+
+// Half-width columns of the widest period entry (a four-digit number, two
+// era dates of width 2 and the source mark), with room for the scroll bar.
+constexpr int kListColumns = 54 + 4;
+
+// VB's "value = 0" as an If reads it: Empty is 0, Null is never equal.
+bool equalsZero(const Variant& value) {
+    if (value.isNull()) return false;
+    return value.toDouble() == 0.0;
+}
+
+// The fiscal-year number right-aligned in four characters; a longer number
+// keeps its last four, as Right(Space(4) & n, 4) does.
+QString yearNumberColumn(const Variant& yearNumber) {
+    return (QStringLiteral("    ") + yearNumber.text()).right(4);
+}
+
+QString periodText(const Recordset& row) {
+    QString text = yearNumberColumn(row[QStringLiteral("FYearNumber")]) + QStringLiteral("期　") +
+                   gvarEraDateText(row[QStringLiteral("FYearFrom")], 2).text() + QStringLiteral(" ～ ") +
+                   gvarEraDateText(row[QStringLiteral("FYearTo")], 2).text();
+    const Variant& dataType = row[QStringLiteral("DataType")];
+    if (!dataType.isNull() && dataType.toDouble() == kDataTypeLedra) text += QStringLiteral(" (財務:新)");
+    return text;
+}
+
+// The menu reads the command line again, as every reader of it does: the
+// fields start-up received, re-split when the parent program handed one text.
+void readCommandFields(QString (&fields)[4]) {
+    const CommandFields& received = commandFields();
+    fields[0] = received.applicationFile;
+    fields[1] = received.pdfFile;
+    fields[2] = received.agent;
+    fields[3] = received.mode;
+    if (!app::commandLine().isEmpty()) gCommandGet(fields[0], fields[1], fields[2], fields[3]);
+}
+
+template <typename Widget>
+Widget* named(Widget* widget, const char* name) {
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+}  // namespace
+
+frmPrintMenu::frmPrintMenu(QWidget* parent) : QDialog(parent) {
+    buildControls();
+    connectHandlers();
+}
+
+void frmPrintMenu::buildControls() {
+    setObjectName(QStringLiteral("frmPrintMenu"));
+    setWindowTitle(QStringLiteral("オプション：印刷"));
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+
+    fraCourse_ = named(new QGroupBox(QStringLiteral("コースを選択してください"), this), "fraCourse");
+    fldCourseNumber1_ = named(new QRadioButton(QStringLiteral("レギュラー（10営業日以内）"), fraCourse_),
+                              "fldCourseNumber1");
+    fldCourseNumber3_ = named(new QRadioButton(QStringLiteral("エクスプレス（3営業日以内）"), fraCourse_),
+                              "fldCourseNumber3");
+    fldCourseNumber1_->setChecked(true);
+    auto* courseLayout = new QVBoxLayout(fraCourse_);
+    courseLayout->addWidget(fldCourseNumber1_);
+    courseLayout->addWidget(fldCourseNumber3_);
+
+    fldPrintAPData_ = named(
+        new QCheckBox(QStringLiteral("「経営状況分析申請書」＋「申請に関する補足書類」を印刷する"), this),
+        "fldPrintAPData");
+    fldPrintZaimuQR_ = named(new QCheckBox(QStringLiteral("財務諸表のQRコードを印刷する"), this),
+                             "fldPrintZaimuQR");
+    Label1_ = named(new QLabel(QStringLiteral("<印刷する財務諸表を選択してください>"), this), "Label1");
+    Label1_->setTextFormat(Qt::PlainText);
+
+    dbgList_ = named(new QListWidget(this), "dbgList");
+    dbgList_->setSelectionMode(QAbstractItemView::MultiSelection);
+    QFont listFont(QStringLiteral("ＭＳ ゴシック"), 10);
+    listFont.setStyleHint(QFont::TypeWriter);
+    listFont.setFixedPitch(true);
+    dbgList_->setFont(listFont);
+    dbgList_->setMinimumWidth(QFontMetrics(listFont).horizontalAdvance(QLatin1Char('0')) * kListColumns);
+
+    fldProxy_ = named(new QCheckBox(QStringLiteral("代理申請（申請者欄に代理人の情報が記載されます。）"), this),
+                      "fldProxy");
+    fldSendResult_ = named(new QCheckBox(QStringLiteral("結果通知書は申請代理人に送付する"), this),
+                           "fldSendResult");
+    fldPreview_ = named(new QCheckBox(QStringLiteral("プレビューを表示する"), this), "fldPreview");
+
+    // The course buttons are the only editor of the course list, so the list
+    // itself stays out of sight.
+    fldCourseNumber_ = named(new QComboBox(this), "fldCourseNumber");
+    fldCourseNumber_->setVisible(false);
+
+    cmdPrint_ = named(new QPushButton(QStringLiteral("印刷(&P)"), this), "cmdPrint");
+    cmdCancel_ = named(new QPushButton(QStringLiteral("ｷｬﾝｾﾙ"), this), "cmdCancel");
+
+    fldPrintAPData_->setChecked(true);
+    fldPrintZaimuQR_->setChecked(true);
+    fldPreview_->setChecked(true);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdPrint_);
+    buttons->addWidget(cmdCancel_);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(fraCourse_);
+    layout->addWidget(fldPrintAPData_);
+    layout->addWidget(fldPrintZaimuQR_);
+    layout->addWidget(Label1_);
+    layout->addWidget(dbgList_);
+    layout->addWidget(fldProxy_);
+    layout->addWidget(fldSendResult_);
+    layout->addWidget(fldPreview_);
+    layout->addWidget(fldCourseNumber_);
+    layout->addLayout(buttons);
+}
+
+// Setting a control from code runs its handler as a click would, so the
+// loading steps and the batch options go through the same dependencies as
+// the user's clicks.
+void frmPrintMenu::connectHandlers() {
+    connect(fldCourseNumber1_, &QRadioButton::toggled, this, [this](bool on) {
+        if (on) mSetCourseNumber();
+    });
+    connect(fldCourseNumber3_, &QRadioButton::toggled, this, [this](bool on) {
+        if (on) mSetCourseNumber();
+    });
+    connect(fldProxy_, &QCheckBox::toggled, this, [this] { fldProxy_Click(); });
+    connect(fldPrintZaimuQR_, &QCheckBox::toggled, this, [this] { fldPrintZaimuQR_Click(); });
+    connect(cmdPrint_, &QPushButton::clicked, this, [this] { cmdPrint_Click(); });
+    connect(cmdCancel_, &QPushButton::clicked, this, [this] { cmdCancel_Click(); });
+}
+
+void frmPrintMenu::Load() {
+    if (loaded_) return;
+    loaded_ = true;
+    Form_Load();
+}
+
+void frmPrintMenu::ShowModal() {
+    if (batchOptions().enabled) runBatch(batchOptions());
+    else exec();
+}
+
+void frmPrintMenu::Dispose() {
+    setVisible(false);
+}
+
+void frmPrintMenu::showEvent(QShowEvent* event) {
+    Load();
+    QDialog::showEvent(event);
+}
+
+void frmPrintMenu::reject() {
+    cmdCancel_Click();
+}
+
+void frmPrintMenu::Form_Load() {
+    try {
+        gSetComboBoxData(fldCourseNumber_, listkind::Service);
+        gLetDataToControl(fldCourseNumber_, Variant(static_cast<int>(kCourseRegular)), 1);
+
+        readCommandFields(mstrCommand);
+        const QString& mode = mstrCommand[3];
+        if (mode == QStringLiteral("3")) fldCourseNumber1_->setChecked(true);
+        else if (mode == QStringLiteral("4")) fldCourseNumber3_->setChecked(true);
+        if (mode == QStringLiteral("3") || mode == QStringLiteral("4")) enterSendFileMode();
+
+        if (gblnRepresentation && glngSinseiType == 1) {
+            fldProxy_->setChecked(true);
+            fldSendResult_->setChecked(true);
+        } else {
+            fldProxy_->setEnabled(false);
+        }
+
+        mSetList();
+        mSetCourseNumber();
+
+        fldProxy_Click();
+        fldPrintZaimuQR_Click();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("Form_Load"), 0);
+    }
+}
+
+// Send-file creation writes every document of the run, so the document
+// groups and the preview are fixed and the course comes from the mode.
+void frmPrintMenu::enterSendFileMode() {
+    setWindowTitle(QStringLiteral("オプション：送信ファイル作成"));
+    fldPrintAPData_->setText(QStringLiteral("「経営状況分析申請書」＋「申請に関する補足書類」を出力する"));
+    fldPrintAPData_->setEnabled(false);
+    fldPrintZaimuQR_->setText(QStringLiteral("財務諸表のQRコードを出力する"));
+    fldPrintZaimuQR_->setEnabled(false);
+    Label1_->setText(QStringLiteral("<出力する財務諸表を選択してください>"));
+    fldPreview_->setChecked(false);
+    fldPreview_->setEnabled(false);
+    fldCourseNumber1_->setEnabled(false);
+    fldCourseNumber3_->setEnabled(false);
+    cmdPrint_->setText(QStringLiteral("申請(&P)"));
+}
+
+void frmPrintMenu::mSetList() {
+    try {
+        Recordset rows = gobjMakeRecordset(
+            QStringLiteral(" Select * From tblIndex Order by FYearFrom Desc, FYearNumber Desc,IndexID Desc"));
+        dbgList_->clear();
+        for (; !rows.eof(); rows.moveNext()) {
+            auto* entry = new QListWidgetItem(periodText(rows), dbgList_);
+            entry->setData(Qt::UserRole, QVariant::fromValue<qlonglong>(rows[QStringLiteral("IndexID")].toLong()));
+            if (dbgList_->count() == 1) entry->setSelected(true);
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mSetList"), 0);
+    }
+}
+
+void frmPrintMenu::mSetCourseNumber() {
+    try {
+        const long course = fldCourseNumber1_->isChecked() ? kCourseRegular : kCourseExpress;
+        gLetDataToControl(fldCourseNumber_, Variant(static_cast<int>(course)), 1);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mSetCourseNumber"), 0);
+    }
+}
+
+long frmPrintMenu::mlngCountSelected() {
+    try {
+        long count = 0;
+        for (int i = 0; i < dbgList_->count(); ++i)
+            if (dbgList_->item(i)->isSelected()) ++count;
+        return count;
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mlngCountSelected"), 0);
+        return 0;
+    }
+}
+
+// Every entry is written, selected or not, so a period deselected since an
+// earlier confirmation loses its mark.
+void frmPrintMenu::mSaveData() {
+    try {
+        for (int i = 0; i < dbgList_->count(); ++i) {
+            const QListWidgetItem* entry = dbgList_->item(i);
+            clsSqlText sql;
+            sql.SetTable(QStringLiteral("tblIndex"));
+            sql.SetData(QStringLiteral("PrintFlag"), Variant(entry->isSelected()), 0);
+            sql.SetWhere(QStringLiteral("IndexID=") + entry->data(Qt::UserRole).toString());
+            gblnExecuteSql(sql.GetUpdateSql());
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mSaveData"), 0);
+    }
+}
+
+void frmPrintMenu::cmdPrint_Click() {
+    try {
+        if (equalsZero(gvarGetComboBoxValue(fldCourseNumber_))) {
+            gMsgbox(0, QStringLiteral("コースを設定してください"), QStringLiteral("情報"));
+            return;
+        }
+        if (!fldPrintAPData_->isChecked() && !fldPrintZaimuQR_->isChecked()) {
+            gMsgbox(0, kNothingChosen, QStringLiteral("情報"));
+            return;
+        }
+        if (fldPrintZaimuQR_->isChecked() && mlngCountSelected() == 0) {
+            gMsgbox(0, kNothingChosen, QStringLiteral("情報"));
+            return;
+        }
+        mSaveData();
+        mblnCancel = false;
+        QDialog::done(QDialog::Accepted);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("cmdPrint_Click"), 0);
+    }
+}
+
+void frmPrintMenu::cmdCancel_Click() {
+    try {
+        mblnCancel = true;
+        QDialog::done(QDialog::Rejected);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("cmdCancel_Click"), 0);
+    }
+}
+
+void frmPrintMenu::fldProxy_Click() {
+    try {
+        if (fldProxy_->isChecked()) {
+            fldSendResult_->setEnabled(true);
+        } else {
+            fldSendResult_->setEnabled(false);
+            fldSendResult_->setChecked(false);
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("fldProxy_Click"), 0);
+    }
+}
+
+// Without the statements the period list is out of play; its selection is
+// kept and still stored, but nothing of it is printed.
+void frmPrintMenu::fldPrintZaimuQR_Click() {
+    try {
+        dbgList_->setEnabled(fldPrintZaimuQR_->isChecked());
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("fldPrintZaimuQR_Click"), 0);
+    }
+}
+
+}  // namespace kelvary
