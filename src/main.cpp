@@ -29,6 +29,16 @@ void print(FILE* stream, const QString& text) {
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
 }
 
+// The offscreen platform of batch mode remarks on every window it cannot
+// raise or resize; those remarks would bury the transcript.
+void quietPlatformNotices(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtDebugMsg || type == QtInfoMsg) return;
+    if (message.startsWith(QLatin1String("This plugin does not support")) ||
+        message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR")))
+        return;
+    print(stderr, qFormatLogMessage(type, context, message) + QLatin1Char('\n'));
+}
+
 bool displayAvailable() {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
@@ -54,7 +64,10 @@ int main(int argc, char** argv) {
     }
 
     // Batch mode needs no display: it chooses the offscreen platform itself.
-    if (cl.batch.enabled) qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (cl.batch.enabled) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qInstallMessageHandler(quietPlatformNotices);
+    }
     else if (!displayAvailable()) {
         print(stderr, QStringLiteral("kelvary: 画面を表示できません。画面のない環境では --batch を付けて実行してください。\n"));
         return ExitUsage;
@@ -75,7 +88,8 @@ int main(int argc, char** argv) {
     if (cl.batch.enabled) setUserInterface(std::make_unique<BatchUserInterface>(cl.batch.answerYes));
     else setUserInterface(std::make_unique<QtUserInterface>());
 
-    Main(CommandFields{cl.applicationFile, cl.pdfFile, cl.agent, cl.mode});
+    setOptionFields(CommandFields{cl.applicationFile, cl.pdfFile, cl.agent, cl.mode});
+    Main();
     const int status = runExitStatus();
     setUserInterface(nullptr);
     return status;

@@ -8,6 +8,11 @@
 namespace kelvary {
 namespace {
 
+CommandFields& currentOptionFields() {
+    static CommandFields fields;
+    return fields;
+}
+
 BatchOptions& currentBatchOptions() {
     static BatchOptions options;
     return options;
@@ -108,6 +113,9 @@ QString commandLineHelp() {
     text.replace(QRegularExpression(QStringLiteral("^Usage: [^\\n]*\\n")), QStringLiteral("Usage: kelvary [options] APPLICATION_FILE\n"));
     return text;
 }
+
+const CommandFields& optionFields() { return currentOptionFields(); }
+void setOptionFields(const CommandFields& fields) { currentOptionFields() = fields; }
 
 const BatchOptions& batchOptions() { return currentBatchOptions(); }
 void setBatchOptions(const BatchOptions& options) { currentBatchOptions() = options; }

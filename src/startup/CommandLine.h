@@ -21,6 +21,14 @@ struct BatchOptions {
     QString printTo;
 };
 
+// The four fields as the options gave them; paths keep their case.
+struct CommandFields {
+    QString applicationFile;
+    QString pdfFile;
+    QString agent;
+    QString mode;
+};
+
 struct CommandLine {
     QString home;
     QString applicationFile;  // field 1
@@ -40,6 +48,11 @@ struct CommandLineResult {
 
 CommandLineResult parseCommandLine(const QStringList& arguments);
 QString commandLineHelp();
+
+// The option fields of this run: what gCommandGet gives when the parent
+// program handed no one text.
+const CommandFields& optionFields();
+void setOptionFields(const CommandFields& fields);
 
 // Batch options of this run, read by the forms that batch mode drives.
 const BatchOptions& batchOptions();

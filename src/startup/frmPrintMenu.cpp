@@ -57,16 +57,6 @@ QString periodText(const Recordset& row) {
     return text;
 }
 
-// The menu reads the command line again, as every reader of it does: the
-// fields start-up received, re-split when the parent program handed one text.
-void readCommandFields(QString (&fields)[4]) {
-    const CommandFields& received = commandFields();
-    fields[0] = received.applicationFile;
-    fields[1] = received.pdfFile;
-    fields[2] = received.agent;
-    fields[3] = received.mode;
-    if (!app::commandLine().isEmpty()) gCommandGet(fields[0], fields[1], fields[2], fields[3]);
-}
 
 template <typename Widget>
 Widget* named(Widget* widget, const char* name) {
@@ -193,7 +183,7 @@ void frmPrintMenu::Form_Load() {
         gSetComboBoxData(fldCourseNumber_, listkind::Service);
         gLetDataToControl(fldCourseNumber_, Variant(static_cast<int>(kCourseRegular)), 1);
 
-        readCommandFields(mstrCommand);
+        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
         const QString& mode = mstrCommand[3];
         if (mode == QStringLiteral("3")) fldCourseNumber1_->setChecked(true);
         else if (mode == QStringLiteral("4")) fldCourseNumber3_->setChecked(true);

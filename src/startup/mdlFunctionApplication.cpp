@@ -7,6 +7,7 @@
 #include "platform/StrConv.h"
 #include "platform/VbError.h"
 #include "platform/VbFormat.h"
+#include "startup/CommandLine.h"
 #include "startup/mdlFunctionStandard.h"
 
 #include <QApplication>
@@ -126,6 +127,15 @@ QString gstrAppVersion() {
 
 void gCommandGet(QString& field1, QString& field2, QString& field3, QString& field4) {
     try {
+        if (app::commandLine().isEmpty()) {
+            // Started with options rather than the parent's one text.
+            const CommandFields& options = optionFields();
+            field1 = options.applicationFile;
+            field2 = options.pdfFile;
+            field3 = options.agent;
+            field4 = options.mode;
+            return;
+        }
         const QString text = vbStrConv(app::commandLine().trimmed(), vbLowerCase + vbNarrow);
         if (!text.contains(QLatin1Char('/'))) {
             field1 = text;

@@ -19,7 +19,8 @@ Variant gvarCalcEnforceDate(const Variant& defaultValue, const Variant& editionC
 QString gstrMakeProxyString();
 QString gstrAppVersion();
 
-// Splits the parent program's one command-line text into its four fields.
+// The four command-line fields: the parent program's one text split at "/",
+// or, when the program was started with options, the option fields.
 void gCommandGet(QString& field1, QString& field2, QString& field3, QString& field4);
 
 // Releases the connection and unloads every window; skipQuestion is always set.

@@ -22,11 +22,6 @@
 namespace kelvary {
 namespace {
 
-CommandFields& fields() {
-    static CommandFields f;
-    return f;
-}
-
 // Runs one step of Main under Main's trap: report in mode 0 and go on.
 void step(const std::function<void()>& body) {
     try {
@@ -50,9 +45,7 @@ bool isCurrentEdition(const Variant& enforceDate) {
 
 }  // namespace
 
-const CommandFields& commandFields() { return fields(); }
-
-void Main(const CommandFields& fromOptions) {
+void Main() {
     std::unique_ptr<InstanceLock> instance;
     std::unique_ptr<frmMDIForm> mainWindow;
     bool secondInstance = false;
@@ -80,11 +73,8 @@ void Main(const CommandFields& fromOptions) {
                                app::path() + QStringLiteral("/SystemData.mdb");
         gobjConnection = gobjOpenConnection();
     });
-    step([&] {
-        fields() = fromOptions;
-        if (!app::commandLine().isEmpty())
-            gCommandGet(fields().applicationFile, fields().pdfFile, fields().agent, fields().mode);
-    });
+    QString applicationFile, pdfFile, agent, mode;
+    step([&] { gCommandGet(applicationFile, pdfFile, agent, mode); });
     for (const char* table : kWorkingTables) {
         if (gblnQuitRequested()) break;
         step([&] { gInitTable(QString::fromLatin1(table)); });
@@ -93,13 +83,13 @@ void Main(const CommandFields& fromOptions) {
     std::int32_t mainDataCode = 0;
     step([&] {
         clsAnlBasicInfo basicInfo;
-        basicInfo.LoadData(fields().applicationFile);
+        basicInfo.LoadData(applicationFile);
         mainDataCode = basicInfo.MainDataCode();
     });
     step([&] { gMsgForm(2, QStringLiteral("申請書データ読み込み中")); });
     step([&] {
         clsApply2Data applicationData;
-        mainDataCode = applicationData.LoadData(fields().applicationFile);
+        mainDataCode = applicationData.LoadData(applicationFile);
     });
     std::int32_t apDataCode = 0;
     Variant enforceDate(QString{});

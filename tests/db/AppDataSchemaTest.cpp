@@ -19,7 +19,7 @@
 namespace kelvary::test::appdata {
 namespace {
 
-std::string appFile(const char* name) { return (appDir() + "/" + name).toStdString(); }
+std::string appFile(const char* name) { return (templateDir() + "/" + name).toStdString(); }
 
 const Database& systemData() {
     static const Database db(appFile("SystemData.mdb"));

@@ -18,7 +18,7 @@ namespace kelvary::test::appdata {
 namespace {
 
 const Database& sample() {
-    static const Database db((appDir() + "/sample/Ledra.mdb").toStdString());
+    static const Database db((templateDir() + "/sample/Ledra.mdb").toStdString());
     return db;
 }
 

@@ -16,6 +16,7 @@ QByteArray hexBytes(const char* hex) {
 }
 
 QString appDir() { return QStringLiteral(KELVARY_TEST_APP_DIR); }
+QString templateDir() { return QStringLiteral(KELVARY_TEST_TEMPLATE_DIR); }
 QString testDataDir() { return QStringLiteral(KELVARY_TEST_DATA_DIR); }
 
 ProcessResult runKelvary(const QStringList& arguments, int timeoutMs) {
@@ -39,8 +40,8 @@ ProcessResult runKelvary(const QStringList& arguments, int timeoutMs) {
 }
 
 ScratchHome::ScratchHome() {
-    const QDir source(appDir());
-    QDirIterator it(appDir(), QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    const QDir source(templateDir());
+    QDirIterator it(templateDir(), QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QString from = it.next();
         const QString relative = source.relativeFilePath(from);

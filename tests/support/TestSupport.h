@@ -12,8 +12,10 @@ namespace kelvary::test {
 // Bytes from a hex string such as "82 a0 81 7c" (blanks ignored).
 QByteArray hexBytes(const char* hex);
 
-// The built program folder (build/app) and the test data folder (tests/data).
+// The built program folder (build/app), the untouched template of its data
+// (build/app-template) and the test data folder (tests/data).
 QString appDir();
+QString templateDir();
 QString testDataDir();
 
 struct ProcessResult {
