@@ -1,8 +1,7 @@
 // CP932 (Windows-31J), the Japanese ANSI code page of the files and payloads
 // this program exchanges. Plain Shift_JIS tables map U+FF0D, U+FF5E, U+2225
 // and the NEC extensions differently, so everything goes through ICU's
-// "windows-31j" converter. (Interface fixed by the lead; the implementation
-// belongs to the developer of the text routines and may extend this header.)
+// "windows-31j" converter.
 #pragma once
 
 #include <QByteArray>

@@ -1,6 +1,5 @@
 // VB's StrConv conversions through ICU: full-width (wide), half-width
 // (narrow), lower case, and lower case with half-width in one step.
-// (Interface fixed by the lead; the implementer may extend this header.)
 #pragma once
 
 #include <QString>

@@ -1,6 +1,5 @@
 // VB's Format for the number and date patterns this program uses. A pattern
 // outside that set raises error 5 rather than being guessed at.
-// (Interface fixed by the lead; the implementer may extend this header.)
 #pragma once
 
 #include "platform/Variant.h"
