@@ -131,7 +131,8 @@ void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
 
 bool mblnCheckExistField(const QString& table, const QString& field) {
     try {
-        const Recordset rs = openOrThrow(QStringLiteral("Select * From ") + table);
+        // Only the field collection is asked for: no row needs to be read.
+        const Recordset rs = openOrThrow(QStringLiteral("Select * From ") + table + QStringLiteral(" Where 1=0"));
         (void)rs.fieldIndex(field);
         return true;
     } catch (const VbError& e) {

@@ -1,0 +1,171 @@
+// Whole runs of the program in batch mode on a scratch copy of the program
+// folder: what the run leaves in the working tables, UserData.ini and the
+// transcript, and what it answers with its exit status.
+#include "support/TestSupport.h"
+
+#include <sqlite3.h>
+
+#include <QFile>
+#include <QLockFile>
+#include <QTextStream>
+#include <gtest/gtest.h>
+
+using namespace kelvary::test;
+
+namespace {
+
+// One column of every row of a query, as text, read with SQLite directly.
+QStringList column(const QString& database, const char* sql) {
+    QStringList values;
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(database.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+        sqlite3_close(db);
+        ADD_FAILURE() << "cannot open " << database.toStdString();
+        return values;
+    }
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(db, sql, -1, &stmt, nullptr) != SQLITE_OK) {
+        ADD_FAILURE() << sqlite3_errmsg(db) << " in " << sql;
+    } else {
+        while (sqlite3_step(stmt) == SQLITE_ROW) {
+            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0));
+            values << (text ? QString::fromUtf8(text) : QStringLiteral("NULL"));
+        }
+    }
+    sqlite3_finalize(stmt);
+    sqlite3_close(db);
+    return values;
+}
+
+class SampleRun : public ::testing::Test {
+protected:
+    QString db() const { return home.file(QStringLiteral("SystemData.mdb")); }
+    QString sampleApp() const { return home.file(QStringLiteral("sample/app.dat")); }
+    ProcessResult run(QStringList options) {
+        options.prepend(home.path());
+        options.prepend(QStringLiteral("--home"));
+        options.prepend(QStringLiteral("--batch"));
+        return runKelvary(options);
+    }
+    ScratchHome home;
+};
+
+}  // namespace
+
+TEST_F(SampleRun, AllPeriodsAreIndexedMarkedAndImportedNewestFirst) {
+    const ProcessResult r = run({"--mode", "3", "--periods", "all", "--pdf", home.file("out.pdf"), sampleApp()});
+    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+    // The sample's three periods (第38-40期, sibling codes 7, 12, 15) in year order.
+    EXPECT_EQ(column(db(), "SELECT IndexID || ':' || LinkCode || ':' || CAST(FYearNumber AS INTEGER) || ':' || PrintFlag "
+                           "FROM tblIndex ORDER BY IndexID"),
+              (QStringList{"1:7:38:1", "2:12:39:1", "3:15:40:1"}));
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpAPData"), QStringList{"1"});
+    EXPECT_EQ(column(db(), "SELECT APDataCode FROM tmpAPData"), QStringList{"1"});
+    // Each period lands under its IndexID, stamped with the sibling program's version text.
+    EXPECT_EQ(column(db(), "SELECT FSDataCode FROM tmpFSInfoData ORDER BY FSDataCode"), (QStringList{"1", "2", "3"}));
+    for (const QString& version : column(db(), "SELECT VersionNumber FROM tmpFSInfoData"))
+        EXPECT_TRUE(version.startsWith(QStringLiteral("Ledra:")) && version.endsWith(QStringLiteral(")")))
+            << version.toStdString();
+    // The three special items are added to every period, one row each.
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSItemData WHERE ItemCode IN (204, 207, 208) GROUP BY FSDataCode"),
+              (QStringList{"3", "3", "3"}));
+    // No item row keeps a sibling key: every copy is keyed by its IndexID.
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSItemData WHERE FSDataCode NOT IN (1, 2, 3)"), QStringList{"0"});
+    EXPECT_FALSE(r.standardError.contains(QStringLiteral("エラーが発生しました")));
+}
+
+TEST_F(SampleRun, ImportedRowsMatchTheirSource) {
+    ASSERT_EQ(run({"--mode", "3", "--periods", "1", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
+    // Only the newest period (第40期, sibling code 15) was chosen; its items
+    // arrive with their values, plus the three added items.
+    const QStringList source =
+        column(home.file("sample/Ledra.mdb"), "SELECT COUNT(*) FROM P_FSItemData WHERE FSDataCode=15");
+    ASSERT_EQ(source.size(), 1);
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSItemData"), QStringList{QString::number(source[0].toInt() + 3)});
+    EXPECT_EQ(column(db(), "SELECT PrintFlag FROM tblIndex ORDER BY IndexID"), (QStringList{"0", "0", "1"}));
+}
+
+TEST_F(SampleRun, NoStatementsImportsNothing) {
+    // The document groups can be chosen when printing (mode 1); the send-file
+    // modes fix them.
+    ASSERT_EQ(run({"--mode", "1", "--no-statements", "--print-to", home.file("out.pdf"), sampleApp()}).exitCode, 0);
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"0"});
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSItemData"), QStringList{"0"});
+}
+
+TEST_F(SampleRun, ModeTwoShowsNoMenuAndImportsNothing) {
+    const ProcessResult r = run({"--mode", "2", "--pdf", home.file("out.pdf"), sampleApp()});
+    // The menu's period marks stay as the index wrote them.
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblIndex WHERE PrintFlag<>0"), QStringList{"0"});
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"0"});
+    EXPECT_FALSE(r.standardError.contains(QStringLiteral("印刷する書類")));
+}
+
+TEST_F(SampleRun, SecondRunStartsFromEmptyTables) {
+    ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
+    ASSERT_EQ(run({"--mode", "3", "--periods", "1", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
+    EXPECT_EQ(column(db(), "SELECT IndexID FROM tblIndex ORDER BY IndexID"), (QStringList{"1", "2", "3"}));
+    EXPECT_EQ(column(db(), "SELECT APDataCode FROM tmpAPData"), QStringList{"1"});
+    EXPECT_EQ(column(db(), "SELECT FSDataCode FROM tmpFSInfoData"), QStringList{"3"});
+}
+
+TEST_F(SampleRun, UserDetailsGoToTheSettingsFileInCp932) {
+    ASSERT_EQ(run({"--mode", "3", "--periods", "none", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 1);
+    QFile ini(home.file("UserData.ini"));
+    ASSERT_TRUE(ini.open(QIODevice::ReadOnly));
+    const QByteArray bytes = ini.readAll();
+    EXPECT_TRUE(bytes.contains("[UserInfo]"));
+    EXPECT_TRUE(bytes.contains("UserID="));
+    // Japanese text in the file is CP932, never UTF-8 (E3..E9 lead bytes of kana and kanji).
+    EXPECT_FALSE(QByteArray(bytes).contains("\xE3\x80"));
+}
+
+TEST_F(SampleRun, NothingChosenIsRefusedByTheMenuAndEndsWithoutOutput) {
+    const ProcessResult r = run({"--mode", "3", "--periods", "none", "--pdf", home.file("out.pdf"), sampleApp()});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 ")));
+}
+
+TEST_F(SampleRun, SecondInstanceIsRefusedWithoutTouchingTheDatabase) {
+    QLockFile running(home.file("kelvary.lock"));
+    ASSERT_TRUE(running.tryLock(0));
+    QFile database(db());
+    ASSERT_TRUE(database.open(QIODevice::ReadOnly));
+    const QByteArray before = database.readAll();
+    database.close();
+
+    const ProcessResult r = run({"--mode", "3", sampleApp()});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 情報\n既にKelvaryは、起動しています。\n--- OK\n")))
+        << r.standardError.toStdString();
+    ASSERT_TRUE(database.open(QIODevice::ReadOnly));
+    EXPECT_EQ(database.readAll(), before);
+}
+
+TEST_F(SampleRun, EarlierEditionIsToldPlainlyAndEndsWithoutOutput) {
+    // The sample without its edition record: the 2004-03-01 default applies.
+    QFile in(sampleApp());
+    ASSERT_TRUE(in.open(QIODevice::ReadOnly));
+    QByteArray text = in.readAll();
+    in.close();
+    const qsizetype at = text.indexOf("\"EnforceDate\"");
+    ASSERT_GE(at, 0);
+    const qsizetype lineEnd = text.indexOf('\n', at);
+    text.remove(at, lineEnd - at + 1);
+    QFile out(home.file("sample/earlier.dat"));
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(text);
+    out.close();
+
+    const ProcessResult r = run({"--mode", "3", home.file("sample/earlier.dat")});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("平成20年4月より前の様式")));
+    EXPECT_EQ(column(db(), "SELECT EnforceDate FROM tmpAPData"), QStringList{"2004-03-01"});
+}
+
+TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
+    const ProcessResult r = run({"--mode", "3", home.file("no-such.dat")});
+    EXPECT_EQ(r.exitCode, 3);
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("エラーが発生しました"))) << r.standardError.toStdString();
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblIndex"), QStringList{"0"});
+}
