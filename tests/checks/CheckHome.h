@@ -1,0 +1,58 @@
+// A scratch program folder for the check tests: the connection of the run on
+// a copy of the built SystemData.mdb, a recording user interface, and one
+// application record that passes every rule, which each test then spoils in
+// one place with plain SQL.
+#pragma once
+
+#include "intake/IntakeHome.h"
+
+#include "checks/ApplicationChecker.h"
+
+#include <QString>
+
+#include <ostream>
+
+// Failed comparisons show the Japanese texts themselves, not their code units.
+inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
+
+namespace kelvary::test {
+
+// An application that satisfies every rule of both editions, modelled on the
+// sample: a corporation, no previous licence, three complete business years.
+inline constexpr char kValidApplication[] =
+    "INSERT INTO tmpAPData (APDataCode, MainDataCode, EnforceDate, ApplierColumnName, "
+    "ApplierColumnAddress, ApplierColumnPresident, ApplyDate, PrefCode1, ClasCtgr1, LcnsNum1A, "
+    "LcnsNum1B, LcnsDate1, PrefCode2, ClasCtgr2, LcnsNum2A, LcnsNum2B, LcnsDate2, BaseDate, "
+    "FYearFrom1, FYearTo1, FYearCtgr1A, FYearFrom2, FYearTo2, FYearFrom3, FYearTo3, Distinction, "
+    "LastApl, FCObgt1, FCObgt2, TRNameKana, TRName, PSNameKana, PSName, OfficeCityCode, OfficeAddr, "
+    "OfficeZipCode, OfficeTel, FType) VALUES (1, 1001, '2008-04-01', '株式会社北斗建設', "
+    "'北海道札幌市中央区北三条西四丁目１番地１', '代表取締役　山本　隆', '2009-07-15', 1, 1, '20', "
+    "'012345', '2008-09-10', -1, 0, NULL, NULL, NULL, '2009-03-31', '2008-04-01', '2009-03-31', 1, "
+    "'2007-04-01', '2008-03-31', '2006-04-01', '2007-03-31', 1, 1, 2, 2, 'ホクトケンセツ', "
+    "'（株）北斗建設', 'ヤマモト　タカシ', '山本　隆', '01101', '北海道札幌市中央区北三条西四丁目１番地１', "
+    "'060-0003', '011-231-4567', 1)";
+
+class CheckHome : public IntakeHome {
+public:
+    CheckHome() { exec(database(), kValidApplication); }
+
+    // Changes the valid record with an SQL SET clause.
+    void set(const QString& assignments) {
+        exec(database(), ("UPDATE tmpAPData SET " + assignments + " WHERE APDataCode=1").toUtf8().constData());
+    }
+};
+
+struct CheckResult {
+    bool errorFlag = false;
+    QString message;
+};
+
+inline CheckResult runApplicationCheck(ApplicationEdition edition, std::int32_t code = 1) {
+    ApplicationChecker checker(edition);
+    checker.setAPDataCode(code);
+    checker.setFSDataCheck(true);
+    checker.CheckItemSum();
+    return {checker.ErrorFlag(), checker.Message()};
+}
+
+}  // namespace kelvary::test
