@@ -1,9 +1,8 @@
 // Whole runs of the program in batch mode on a scratch copy of the program
 // folder: what the run leaves in the working tables, UserData.ini and the
 // transcript, and what it answers with its exit status.
+#include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
-
-#include <sqlite3.h>
 
 #include <QFile>
 #include <QLockFile>
@@ -14,28 +13,7 @@ using namespace kelvary::test;
 
 namespace {
 
-// One column of every row of a query, as text, read with SQLite directly.
-QStringList column(const QString& database, const char* sql) {
-    QStringList values;
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(database.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
-        sqlite3_close(db);
-        ADD_FAILURE() << "cannot open " << database.toStdString();
-        return values;
-    }
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, sql, -1, &stmt, nullptr) != SQLITE_OK) {
-        ADD_FAILURE() << sqlite3_errmsg(db) << " in " << sql;
-    } else {
-        while (sqlite3_step(stmt) == SQLITE_ROW) {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0));
-            values << (text ? QString::fromUtf8(text) : QStringLiteral("NULL"));
-        }
-    }
-    sqlite3_finalize(stmt);
-    sqlite3_close(db);
-    return values;
-}
+const auto column = sqlColumn;
 
 class SampleRun : public ::testing::Test {
 protected:

@@ -40,6 +40,7 @@ ProcessResult runKelvary(const QStringList& arguments, int timeoutMs) {
 }
 
 ScratchHome::ScratchHome() {
+    QDir(dir_.path()).mkpath(QStringLiteral("Temp"));
     const QDir source(templateDir());
     QDirIterator it(templateDir(), QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (it.hasNext()) {

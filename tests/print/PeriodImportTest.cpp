@@ -1,0 +1,90 @@
+// The repairs made to an imported period before its payloads are built.
+#include "print/PeriodImport.h"
+#include "support/ConnectedHome.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace kelvary;
+using namespace kelvary::test;
+
+namespace {
+
+class PeriodImport : public ::testing::Test {
+protected:
+    QStringList items(const char* sql) const { return sqlColumn(home.database(), sql); }
+    ConnectedHome home;
+};
+
+}  // namespace
+
+TEST_F(PeriodImport, FixedAssetAmountsMoveToTheFirstCodeOnlyWhenItIsZero) {
+    home.sqlExec(
+        "INSERT INTO tmpFSItemData (FSDataCode, FSItemID, ItemCode, ItemValue) VALUES"
+        " (1, 1, 16, 0), (1, 2, 17, 5000),"        // moved
+        " (1, 3, 19, 100), (1, 4, 20, 200),"       // first not zero: kept
+        " (1, 5, 22, 0), (1, 6, 23, 0),"           // both zero: kept
+        " (1, 7, 371, 0), (1, 8, 372, -700),"      // negative counts as not zero
+        " (2, 9, 16, 0), (2, 10, 17, 900);");      // another period: untouched
+    mReplaceFixedAssets(1);
+    EXPECT_EQ(items("SELECT ItemCode || '=' || CAST(ItemValue AS INTEGER) FROM tmpFSItemData ORDER BY FSItemID"),
+              (QStringList{"16=5000", "17=0", "19=100", "20=200", "22=0", "23=0", "371=-700", "372=0", "16=0",
+                           "17=900"}));
+}
+
+TEST_F(PeriodImport, SpecialItemsComeFromTheHeaderRowWithNewIds) {
+    home.sqlExec(
+        "INSERT INTO tmpFSInfoData (FSDataCode, NoteReceiptBillDiscount, NoteReceiptBillGive, AccumulatedDepreciation)"
+        " VALUES (4, 1200, 0, 34567);"
+        "INSERT INTO tmpFSItemData (FSDataCode, FSItemID, ItemCode, ItemValue) VALUES (3, 41, 1, 1);");
+    mPutSpecialItemCode(4);
+    EXPECT_EQ(items("SELECT FSItemID || ':' || ItemCode || ':' || ItemName || ':' || CAST(ItemValue AS INTEGER)"
+                    " FROM tmpFSItemData WHERE FSDataCode=4 ORDER BY FSItemID"),
+              (QStringList{"42:208:受取手形割引高:1200", "43:204:受取手形裏書譲渡高:0", "44:207:当期減価償却実施額:34567"}));
+}
+
+TEST_F(PeriodImport, OtherProgramsIndividualsAreRecodedAndPruned) {
+    home.sqlExec(
+        "INSERT INTO tmpFSInfoData (FSDataCode, OtherSoftPrefCode, Distinction) VALUES (1, 1, 2);"
+        "INSERT INTO tmpFSItemData (FSDataCode, FSItemID, ItemCode, ItemValue, NameChangeFlag) VALUES"
+        " (1, 508, 500, 10, 0), (1, 509, 501, 0, 0),"   // renamed flag only where there is a value
+        " (1, 1, 9, 300, 0), (1, 2, 62, 0, 0),"         // 9 -> 222 with a value; 62 without stays
+        " (1, 3, 34, 50, 0), (1, 4, 16, 70, 0), (1, 5, 30, 0, 0);");
+    mPref01Special(1);
+    EXPECT_EQ(items("SELECT FSItemID || ':' || ItemCode || ':' || NameChangeFlag FROM tmpFSItemData ORDER BY FSItemID"),
+              (QStringList{"1:222:1", "2:62:0", "3:225:1", "508:500:1", "509:501:0"}));
+}
+
+TEST_F(PeriodImport, CorporationsOfOtherProgramsKeepTheirCodes) {
+    home.sqlExec(
+        "INSERT INTO tmpFSInfoData (FSDataCode, OtherSoftPrefCode, Distinction) VALUES (1, 1, 1);"
+        "INSERT INTO tmpFSItemData (FSDataCode, FSItemID, ItemCode, ItemValue, NameChangeFlag) VALUES"
+        " (1, 510, 9, 10, 0), (1, 2, 16, 5, 0);");
+    mPref01Special(1);
+    EXPECT_EQ(items("SELECT ItemCode || ':' || NameChangeFlag FROM tmpFSItemData ORDER BY FSItemID"),
+              (QStringList{"16:0", "9:1"}));
+}
+
+TEST_F(PeriodImport, ExcelConversionsAreToldOnce) {
+    home.sqlExec(
+        "INSERT INTO tmpFSInfoData (FSDataCode, VersionNumber) VALUES (1, 'Ledra:2.1.0.0(from excel 3.0)'),"
+        " (2, 'Ledra:2.1.0.0(2.1)');");
+    mCheckExcelConvData(1, QStringLiteral("38"));
+    mCheckExcelConvData(2, QStringLiteral("39"));
+    ASSERT_EQ(home.ui().messages.size(), 1);
+    EXPECT_EQ(home.ui().messages[0].request.title, QStringLiteral("情報"));
+    EXPECT_TRUE(home.ui().messages[0].request.text.startsWith(
+        QStringLiteral("第38期の決算期データは「Tessaro」から「Orvane」にコンバートしたものです。\r\n\r\n")));
+}
+
+TEST_F(PeriodImport, TempFolderLosesOnlyImagesAndTexts) {
+    for (const char* name : {"Temp/ApplyHeader.bmp", "Temp/ApplyHeader.bmp.Txt", "Temp/kelvary.log", "Temp/a.BMP"}) {
+        QFile f(home.file(QString::fromLatin1(name)));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    }
+    mClearTempFolder();
+    EXPECT_FALSE(QFile::exists(home.file("Temp/ApplyHeader.bmp")));
+    EXPECT_FALSE(QFile::exists(home.file("Temp/ApplyHeader.bmp.Txt")));
+    EXPECT_FALSE(QFile::exists(home.file("Temp/a.BMP")));
+    EXPECT_TRUE(QFile::exists(home.file("Temp/kelvary.log")));
+}

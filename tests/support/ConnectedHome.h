@@ -1,0 +1,38 @@
+// A scratch program folder with the run's connection open on its
+// SystemData.mdb and a recording user interface, for tests of routines that
+// work on the working tables. Expected values are read back with SQLite
+// directly (sqlColumn), not through the data access layer.
+#pragma once
+
+#include "support/RecordingUi.h"
+#include "support/TestSupport.h"
+
+#include <QStringList>
+
+namespace kelvary::test {
+
+class ConnectedHome {
+public:
+    ConnectedHome();
+    ~ConnectedHome();
+    ConnectedHome(const ConnectedHome&) = delete;
+    ConnectedHome& operator=(const ConnectedHome&) = delete;
+
+    QString path() const { return home_.path(); }
+    QString file(const QString& name) const { return home_.file(name); }
+    QString database() const { return home_.file(QStringLiteral("SystemData.mdb")); }
+    RecordingUi& ui() { return *ui_; }
+
+    // Runs statements on the database with SQLite directly.
+    void sqlExec(const char* sql) const;
+
+private:
+    ScratchHome home_;
+    QString previousPath_;
+    RecordingUiGuard ui_;
+};
+
+// The first column of every row of a query, as text ("NULL" for Null).
+QStringList sqlColumn(const QString& database, const char* sql);
+
+}  // namespace kelvary::test
