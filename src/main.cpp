@@ -2,6 +2,7 @@
 // prepares the program folder, the window system and the user-interface port,
 // and hands over to Main.
 #include "platform/AppObject.h"
+#include "platform/Fonts.h"
 #include "startup/BatchUserInterface.h"
 #include "startup/CommandLine.h"
 #include "startup/QtUserInterface.h"
@@ -76,9 +77,8 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kelvary"));
     QApplication::setApplicationDisplayName(app::title());
-    // The forms were drawn for "ＭＳ ゴシック"; IPA Gothic has the same fixed-pitch metrics family.
-    QFont::insertSubstitution(QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAGothic"));
-    QApplication::setFont(QFont(QStringLiteral("ＭＳ ゴシック"), 10));
+    installFontSubstitutions();
+    QApplication::setFont(QFont(formFontFamily(), 10));
 
     QString home = cl.home;
     if (home.isEmpty()) home = qEnvironmentVariable("KELVARY_HOME");

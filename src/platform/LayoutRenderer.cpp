@@ -1,0 +1,225 @@
+// Draws layout pages: the form's shapes first, then the fields over them.
+// Fonts are sized in layout units (pixel sizes), not points, so that a page
+// replays at the same size on any device.
+#include "platform/LayoutRenderer.h"
+
+#include "platform/Fonts.h"
+
+#include <QColor>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+#include <QPen>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelvary {
+
+namespace {
+
+double units(double mm) { return mm * layoutUnitsPerMm; }
+QRectF units(const QRectF& mm) { return {units(mm.x()), units(mm.y()), units(mm.width()), units(mm.height())}; }
+
+QFont fontFor(const TextStyle& style, const QString& family) {
+    QFont font(family.isEmpty() ? formFontFamily() : family);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(units(style.size * 25.4 / 72.0)))));
+    font.setBold(style.bold);
+    font.setStyleStrategy(QFont::PreferOutline);
+    return font;
+}
+
+QPen penOf(double widthMm, Qt::PenStyle style = Qt::SolidLine) {
+    QPen pen(Qt::black);
+    pen.setWidthF(units(widthMm));
+    pen.setStyle(style);
+    pen.setCapStyle(Qt::FlatCap);
+    return pen;
+}
+
+// Breaks one line so that no piece is wider than width. Japanese text has no
+// spaces to break at, so the break falls between any two characters.
+QStringList wrapLine(const QString& line, const QFontMetricsF& metrics, double width) {
+    QStringList pieces;
+    QString current;
+    for (const QChar c : line) {
+        if (!current.isEmpty() && metrics.horizontalAdvance(current + c) > width) {
+            pieces << current;
+            current.clear();
+        }
+        current += c;
+    }
+    pieces << current;
+    return pieces;
+}
+
+struct LineDecoration {
+    bool strike = false;
+    double strikeWidth = 0;
+    bool underline = false;
+    UnderlineKind underlineKind = UnderlineKind::Solid;
+    double underlineWidth = 0;
+};
+
+void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, const TextStyle& style,
+              const QString& family, int indent, const LineDecoration& decoration) {
+    const QRectF rect = units(mmRect);
+    const QFont font = fontFor(style, family);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    const QFontMetricsF metrics(font, painter.device());
+    const double indentWidth = indent * font.pixelSize();
+
+    QStringList lines;
+    for (const QString& line : text.split(QRegularExpression(QStringLiteral("\r\n|\r|\n")))) {
+        if (style.wrap) lines << wrapLine(line, metrics, rect.width() - indentWidth);
+        else lines << line;
+    }
+    const double lineHeight = style.lineHeight > 0 ? units(style.lineHeight) : metrics.lineSpacing();
+    const double total = lineHeight * lines.size();
+    double y = rect.top();
+    if (style.valign == VAlign::Middle) y += (rect.height() - total) / 2;
+    else if (style.valign == VAlign::Bottom) y += rect.height() - total;
+
+    const Qt::Alignment h = style.align == HAlign::Center ? Qt::AlignHCenter
+                            : style.align == HAlign::Right ? Qt::AlignRight
+                                                           : Qt::AlignLeft;
+    for (const QString& line : lines) {
+        const QRectF lineRect(rect.left() + indentWidth, y, rect.width() - indentWidth, lineHeight);
+        painter.setPen(Qt::black);
+        painter.drawText(lineRect, static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
+
+        const double width = line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
+        double left = lineRect.left();
+        if (style.align == HAlign::Center) left += (lineRect.width() - width) / 2;
+        else if (style.align == HAlign::Right) left = lineRect.right() - width;
+        if (decoration.strike) {
+            // A struck field with no text still shows its line across the box.
+            const double from = width > 0 ? left : rect.left();
+            const double to = width > 0 ? left + width : rect.right();
+            const double mid = lineRect.center().y();
+            painter.setPen(penOf(decoration.strikeWidth / 10.0));
+            painter.drawLine(QPointF(from, mid), QPointF(to, mid));
+        }
+        if (decoration.underline && width > 0) {
+            const double base = lineRect.center().y() + metrics.height() / 2;
+            const Qt::PenStyle penStyle =
+                decoration.underlineKind == UnderlineKind::Dotted ? Qt::DotLine : Qt::SolidLine;
+            const QPen pen = penOf(decoration.underlineWidth / 10.0, penStyle);
+            painter.setPen(pen);
+            painter.drawLine(QPointF(left, base), QPointF(left + width, base));
+            if (decoration.underlineKind == UnderlineKind::Double) {
+                const double gap = pen.widthF() * 2 + units(0.2);
+                painter.drawLine(QPointF(left, base + gap), QPointF(left + width, base + gap));
+            }
+        }
+        y += lineHeight;
+    }
+}
+
+// An image fills its frame as far as its proportions allow and is never
+// smoothed: a QR symbol must keep its square, sharp-edged modules to be read
+// back. Its corners land on whole layout units.
+void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file) {
+    if (file.isEmpty()) return;
+    const QImage image(file);
+    if (image.isNull()) return;
+    const QRectF rect = units(mmRect);
+    const double scale = std::min(rect.width() / image.width(), rect.height() / image.height());
+    const double width = std::floor(image.width() * scale);
+    const double height = std::floor(image.height() * scale);
+    const QPointF topLeft(std::round(rect.center().x() - width / 2), std::round(rect.center().y() - height / 2));
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter.drawImage(QRectF(topLeft, QSizeF(width, height)), image);
+    painter.restore();
+}
+
+void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame) {
+    if (frame == LayoutField::Frame::None) return;
+    painter.setPen(penOf(0.3));
+    painter.setBrush(Qt::NoBrush);
+    if (frame == LayoutField::Frame::Box) painter.drawRect(units(mmRect));
+    else painter.drawEllipse(units(mmRect));
+}
+
+void drawField(QPainter& painter, const LayoutField& field) {
+    if (!field.visible) return;
+    drawFrame(painter, field.rect, field.frame);
+    switch (field.kind) {
+    case LayoutField::Kind::Group:
+        for (const LayoutField& sub : field.subFields) drawField(painter, sub);
+        break;
+    case LayoutField::Kind::Image:
+        drawImage(painter, field.rect, field.imageFile);
+        break;
+    case LayoutField::Kind::Text: {
+        const LineDecoration decoration{field.strikeLine, field.strikeWidth, field.underline, field.underlineKind,
+                                        field.underlineWidth};
+        if (!field.text.isEmpty() || field.strikeLine)
+            drawText(painter, field.rect, field.text, field.style, field.fontName, field.indent, decoration);
+        break;
+    }
+    }
+}
+
+void drawShape(QPainter& painter, const LayoutShape& shape) {
+    const QPen pen = shape.penWidth > 0 ? penOf(shape.penWidth, shape.dashed ? Qt::DashLine : Qt::SolidLine)
+                                        : QPen(Qt::NoPen);
+    painter.setPen(pen);
+    painter.setBrush(shape.fill.isEmpty() ? QBrush(Qt::NoBrush) : QBrush(QColor(shape.fill)));
+    switch (shape.kind) {
+    case LayoutShape::Kind::Line:
+        painter.drawLine(QPointF(units(shape.rect.left()), units(shape.rect.top())),
+                         QPointF(units(shape.rect.right()), units(shape.rect.bottom())));
+        break;
+    case LayoutShape::Kind::Box:
+        painter.drawRect(units(shape.rect));
+        break;
+    case LayoutShape::Kind::Ellipse:
+        painter.drawEllipse(units(shape.rect));
+        break;
+    case LayoutShape::Kind::Text:
+        if (!shape.fill.isEmpty() || shape.penWidth > 0) painter.drawRect(units(shape.rect));
+        drawText(painter, shape.rect, shape.text, shape.style, QString(), 0, {});
+        break;
+    }
+    painter.setBrush(Qt::NoBrush);
+}
+
+}  // namespace
+
+void paintLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber) {
+    const LayoutPage& page = document.page(pageNumber);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    for (const LayoutShape& shape : page.shapes) drawShape(painter, shape);
+    for (const LayoutField& field : page.fields) drawField(painter, field);
+    painter.restore();
+}
+
+RecordedPage recordLayoutPage(const LayoutDocument& document, int pageNumber) {
+    RecordedPage page;
+    page.paperMm = document.paperSize();
+    QPainter painter(&page.picture);
+    paintLayoutPage(painter, document, pageNumber);
+    painter.end();
+    page.picture.setBoundingRect(
+        QRect(0, 0, static_cast<int>(units(page.paperMm.width())), static_cast<int>(units(page.paperMm.height()))));
+    return page;
+}
+
+void playRecordedPage(QPainter& painter, const RecordedPage& page, double devicePixelsPerMm) {
+    painter.save();
+    // Replaying a picture scales it by the device's resolution over the
+    // picture's own; the page's scale already includes the device's.
+    const QPaintDevice* device = painter.device();
+    const double sx = devicePixelsPerMm / layoutUnitsPerMm * page.picture.logicalDpiX() / device->logicalDpiX();
+    const double sy = devicePixelsPerMm / layoutUnitsPerMm * page.picture.logicalDpiY() / device->logicalDpiY();
+    painter.scale(sx, sy);
+    painter.drawPicture(QPointF(0, 0), page.picture);
+    painter.restore();
+}
+
+}  // namespace kelvary

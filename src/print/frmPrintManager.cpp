@@ -1,0 +1,244 @@
+// The print manager's members. Every member that the drivers call runs under
+// its own trap and reports through ShowErrMsg with its own name.
+#include "print/frmPrintManager.h"
+
+#include "platform/AppObject.h"
+#include "platform/Fonts.h"
+#include "platform/VbError.h"
+#include "platform/VbFormat.h"
+#include "print/frmPrintPreview.h"
+#include "startup/CommandLine.h"
+#include "startup/UserInterface.h"
+#include "startup/frmMDIForm.h"
+#include "startup/mdlFunctionApplication.h"
+#include "startup/mdlFunctionStandard.h"
+
+#include <QPrinter>
+
+namespace kelvary {
+
+namespace {
+
+QString fieldNameWithSuffix(const QString& name, long suffix) {
+    return suffix != 0 ? name + QString::number(suffix) : name;
+}
+
+}  // namespace
+
+frmPrintManager::frmPrintManager() = default;
+frmPrintManager::~frmPrintManager() = default;
+
+bool frmPrintManager::mPdfMode() const {
+    const QString& mode = mstrCommand[3];
+    return mode == QLatin1String("2") || mode == QLatin1String("3") || mode == QLatin1String("4");
+}
+
+void frmPrintManager::Init() {
+    try {
+        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
+        mPages.clear();
+        mPdf.reset();
+        if (mPdfMode()) {
+            if (mstrCommand[1].trimmed().isEmpty())
+                throw VbError(vberr::FileNotFound, QStringLiteral("出力するPDFファイルが指定されていません。"));
+            mPdf = std::make_unique<PdfFileWriter>(mstrCommand[1], app::title(),
+                                                   QStringLiteral("kelvary ") + gstrAppVersion());
+        }
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("Init"), 1);
+    }
+}
+
+void frmPrintManager::SetPrintFile(const QString& layoutName) {
+    try {
+        mDocument.reset();
+        LayoutDocument document = LayoutDocument::load(gstrProgramInfo(0) + QStringLiteral("PrintFile/") + layoutName);
+        for (int p = 1; p <= document.pageCount(); ++p) document.page(p).visible = p == 1;
+        document.clearData();
+        mDocument = std::move(document);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("SetPrintFile"), 1);
+    }
+}
+
+LayoutField& frmPrintManager::mField(const QString& fieldName, long suffix, long page, const QString& group) {
+    if (!mDocument)
+        throw VbError(vberr::InvalidProcedureCall, QStringLiteral("帳票ファイルが開かれていません。"));
+    return mDocument->field(static_cast<int>(page), fieldNameWithSuffix(fieldName, suffix), group);
+}
+
+void frmPrintManager::OutPutData(const QString& fieldName, const Variant& value, long suffix, long page,
+                                 const QString& format, const QString& nullText, const QString& group) {
+    try {
+        QString text;
+        if (value.isNull()) text = nullText;
+        else if (!format.isEmpty()) text = vbFormat(value, format);
+        else text = value.text();
+        // An empty text leaves the layout's own content of the field.
+        if (text.isEmpty()) return;
+        LayoutField& field = mField(fieldName, suffix, page, group);
+        field.text = text;
+        field.fontName = formFontFamily();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("OutPutData"), 1);
+    }
+}
+
+void frmPrintManager::SetImage(const QString& fieldName, const QString& imagePath, long suffix, long page) {
+    try {
+        if (!gblnCheckExistFile(imagePath)) return;
+        mField(fieldName, suffix, page).imageFile = imagePath;
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("SetImage"), 1);
+    }
+}
+
+void frmPrintManager::SetVisible(const QString& fieldName, bool visible, long suffix, long page) {
+    try {
+        mField(fieldName, suffix, page).visible = visible;
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("SetVisible"), 1);
+    }
+}
+
+void frmPrintManager::SetStrikeLine(const QString& fieldName, bool on, long page) {
+    // No trap of its own: a failure reaches the page builder's.
+    LayoutField& field = mField(fieldName, 0, page);
+    field.strikeLine = on;
+    if (on) field.strikeWidth = 5;
+}
+
+LayoutField* frmPrintManager::GetObject(const QString& fieldName, long suffix, long page, const QString& group) {
+    return &mField(fieldName, suffix, page, group);
+}
+
+void frmPrintManager::SelectUnderLine(const QString& fieldName, long style, long suffix, long page) {
+    LayoutField& field = mField(fieldName, suffix, page);
+    switch (style) {
+    case 0:
+        field.underline = false;
+        break;
+    case 1:
+        field.underline = true;
+        field.underlineKind = UnderlineKind::Dotted;
+        field.underlineWidth = 0.5;
+        break;
+    case 2:
+        field.underline = true;
+        field.underlineKind = UnderlineKind::Solid;
+        field.underlineWidth = 0.5;
+        break;
+    case 3:
+        field.underline = true;
+        field.underlineWidth = 3;
+        field.underlineKind = UnderlineKind::Double;
+        break;
+    default:
+        break;
+    }
+}
+
+void frmPrintManager::PrintProxyColumn() {
+    try {
+        const QString section = QStringLiteral("UserInfo");
+        const QString address = gvarGetIniData(QStringLiteral("UserAddress"), section).text();
+        QString name = gvarGetIniData(QStringLiteral("UserName"), section).text();
+        const QString name2 = gvarGetIniData(QStringLiteral("UserName2"), section).text();
+        if (!name2.isEmpty()) name += QStringLiteral("  ") + name2;
+        const QString text = address + QStringLiteral("　　") + name + QStringLiteral("\r\n") + QStringLiteral("登録") +
+                             gvarGetIniData(QStringLiteral("RegistNumber"), section).text() + QStringLiteral("号") +
+                             QStringLiteral(" TEL:") + gvarGetIniData(QStringLiteral("UserTel"), section).text() +
+                             QStringLiteral(" FAX:") + gvarGetIniData(QStringLiteral("UserFax"), section).text();
+        OutPutData(QStringLiteral("ProxyColumn"), text, 0, 1);
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mPrintProxyColumn"), 1);
+    }
+}
+
+void frmPrintManager::EndPage(bool problemMark) {
+    try {
+        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
+        const QString mark = problemMark ? QStringLiteral(" ※") : QString();
+        OutPutData(QStringLiteral("VerifyID"), QStringLiteral("[ID]") + mstrVerifyID + mark, 0, 1);
+        if (!mDocument)
+            throw VbError(vberr::InvalidProcedureCall, QStringLiteral("帳票ファイルが開かれていません。"));
+        for (int p = 1; p <= mDocument->pageCount(); ++p) {
+            if (!mDocument->page(p).visible) continue;
+            if (mPdfMode()) {
+                if (mPdf) mPdf->addPage(recordLayoutPage(*mDocument, p));
+            } else {
+                mPages.push_back(recordLayoutPage(*mDocument, p));
+            }
+        }
+        mDocument->clearData();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("EndPage"), 1);
+    }
+}
+
+void frmPrintManager::PrintNoPreview() {
+    try {
+        if (mPdfMode()) return;
+        mPrintPreview();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("PrintNoPreview"), 1);
+    }
+}
+
+// Prints every collected page: to the system's default printer, or in batch
+// mode with --print-to into that PDF file.
+void frmPrintManager::mPrintPreview() {
+    const QString printTo = batchOptions().printTo;
+    if (!printTo.isEmpty()) {
+        PdfFileWriter file(printTo, app::title(), QStringLiteral("kelvary ") + gstrAppVersion());
+        for (const RecordedPage& page : mPages) file.addPage(page);
+        file.commit();
+        return;
+    }
+    QPrinter printer(QPrinter::HighResolution);
+    if (!printer.isValid() || printer.printerName().isEmpty())
+        throw VbError(vberr::PathNotFound, QStringLiteral("通常使うプリンタが設定されていません。"));
+    printer.setFullPage(true);
+    printer.setDocName(app::title());
+    printRecordedPages(printer, mPages);
+}
+
+void frmPrintManager::OpenPreview() {
+    mPreview = std::make_unique<frmPrintPreview>(mPages, [this] { mPrintPreview(); },
+                                                 frmMDIForm::loadedInstance());
+    mPreview->setCaptionBase(mstrCaption);
+    if (const frmMDIForm* main = frmMDIForm::loadedInstance()) mPreview->setGeometry(main->geometry());
+    mPreview->mShowPageNumber();
+    if (userInterface().isBatch()) {
+        // No one is there to press a button: batch mode prints, as the print
+        // button would.
+        mPreview->action(QStringLiteral("ID_Print"))->trigger();
+    } else {
+        mPreview->exec();
+    }
+    mblnCancel = mPreview->isCancelled();
+    mPreview.reset();
+}
+
+void frmPrintManager::PreviewTitle(const QString& title) {
+    mstrCaption = QStringLiteral("プレビュー：") + title;
+    if (mPreview) mPreview->setCaptionBase(mstrCaption);
+}
+
+void frmPrintManager::EndPrint() {
+    mPreview.reset();
+    mPages.clear();
+    mDocument.reset();
+}
+
+void frmPrintManager::gPdfClose() {
+    try {
+        if (!mPdf) return;
+        std::unique_ptr<PdfFileWriter> pdf = std::move(mPdf);
+        pdf->commit();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("gPdfClose"), 1);
+    }
+}
+
+}  // namespace kelvary

@@ -1,0 +1,201 @@
+// The preview window: the toolbar's buttons in their order with their
+// tooltips, and a page view that replays the recorded page at the zoom.
+#include "print/frmPrintPreview.h"
+
+#include "startup/mdlFunctionStandard.h"
+
+#include <QAction>
+#include <QKeySequence>
+#include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace kelvary {
+
+// Paints one recorded page on white paper at the chosen zoom.
+class PreviewPageView : public QWidget {
+public:
+    explicit PreviewPageView(QWidget* parent) : QWidget(parent) {}
+
+    void show(const RecordedPage* page, int zoom) {
+        page_ = page;
+        zoom_ = zoom;
+        if (page_) {
+            const double ppm = pixelsPerMm();
+            setFixedSize(static_cast<int>(page_->paperMm.width() * ppm) + 1,
+                         static_cast<int>(page_->paperMm.height() * ppm) + 1);
+        }
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.fillRect(rect(), Qt::white);
+        if (!page_) return;
+        painter.setPen(Qt::gray);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        playRecordedPage(painter, *page_, pixelsPerMm());
+    }
+
+private:
+    double pixelsPerMm() const { return logicalDpiX() / 25.4 * zoom_ / 100.0; }
+
+    const RecordedPage* page_ = nullptr;
+    int zoom_ = 100;
+};
+
+namespace {
+
+struct ToolButton {
+    const char* key;
+    const char* caption;
+    const char* tooltip;
+    QKeySequence shortcut;
+};
+
+}  // namespace
+
+frmPrintPreview::frmPrintPreview(const std::vector<RecordedPage>& pages, std::function<void()> printAll,
+                                 QWidget* parent)
+    : QDialog(parent), pages_(pages), printAll_(std::move(printAll)) {
+    setModal(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* bar = new QToolBar(this);
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    layout->addWidget(bar);
+
+    const auto addButton = [&](const ToolButton& b) {
+        QAction* a = bar->addAction(QString::fromUtf8(b.caption));
+        a->setObjectName(QLatin1String(b.key));
+        a->setToolTip(QString::fromUtf8(b.tooltip));
+        if (!b.shortcut.isEmpty()) a->setShortcut(b.shortcut);
+        const QString key = QLatin1String(b.key);
+        connect(a, &QAction::triggered, this, [this, key] { onToolClick(key); });
+        return a;
+    };
+    addButton({"ID_Cancel", "戻る", "印刷をしないで戻ります。", QKeySequence()});
+    bar->addSeparator();
+    addButton({"ID_ZoomIn", "拡大", "倍率を大きくします。", QKeySequence::ZoomIn});
+    addButton({"ID_ZoomOut", "縮小", "倍率を下げます。", QKeySequence::ZoomOut});
+    bar->addSeparator();
+    addButton({"ID_First", "|<", "", QKeySequence(Qt::Key_Home)});
+    addButton({"ID_Back", "<", "前のページへ戻ります", QKeySequence(Qt::Key_PageUp)});
+    addButton({"ID_Next", ">", "次のページに進みます", QKeySequence(Qt::Key_PageDown)});
+    auto* pageLabel = new QLabel(QStringLiteral("ページ"), bar);
+    pageLabel->setObjectName(QStringLiteral("ID_Page"));
+    bar->addWidget(pageLabel);
+    addButton({"ID_Last", ">|", "", QKeySequence(Qt::Key_End)});
+    bar->addSeparator();
+    QAction* print = addButton({"ID_Print", "印刷", "印刷します", QKeySequence::Print});
+    print->setStatusTip(QStringLiteral(
+        "作業中のファイル、または選択されたアイテムを印刷します。印刷オプションを設定するには[ファイル]メニューの[印刷]をクリックします。"));
+
+    scroll_ = new QScrollArea(this);
+    scroll_->setAlignment(Qt::AlignHCenter);
+    scroll_->setBackgroundRole(QPalette::Dark);
+    view_ = new PreviewPageView(scroll_);
+    scroll_->setWidget(view_);
+    layout->addWidget(scroll_, 1);
+    resize(900, 1000);
+    refreshView();
+}
+
+frmPrintPreview::~frmPrintPreview() = default;
+
+QAction* frmPrintPreview::action(const QString& key) const { return findChild<QAction*>(key); }
+
+void frmPrintPreview::setCaptionBase(const QString& base) {
+    captionBase_ = base;
+    setWindowTitle(captionBase_);
+}
+
+void frmPrintPreview::reject() {
+    // Closing the window is leaving without printing.
+    cancelled_ = true;
+    QDialog::reject();
+}
+
+void frmPrintPreview::onToolClick(const QString& key) {
+    if (key == QLatin1String("ID_Print")) {
+        mPrintPreview();
+        cancelled_ = false;
+        hide();
+        done(Accepted);
+    } else if (key == QLatin1String("ID_Cancel")) {
+        reject();
+    } else if (key == QLatin1String("ID_Back")) {
+        mChangePage(0);
+    } else if (key == QLatin1String("ID_Next")) {
+        mChangePage(1);
+    } else if (key == QLatin1String("ID_First")) {
+        mChangePage(2);
+    } else if (key == QLatin1String("ID_Last")) {
+        mChangePage(3);
+    } else if (key == QLatin1String("ID_ZoomIn")) {
+        mChangeScale(1);
+    } else if (key == QLatin1String("ID_ZoomOut")) {
+        mChangeScale(0);
+    }
+}
+
+void frmPrintPreview::mPrintPreview() {
+    try {
+        if (printAll_) printAll_();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mPrintPreview"), 1);
+    }
+}
+
+void frmPrintPreview::mChangePage(int kind) {
+    try {
+        switch (kind) {
+        case 0:
+            if (page_ >= 2) --page_;
+            break;
+        case 1:
+            if (page_ < pageCount()) ++page_;
+            break;
+        case 2:
+            page_ = 1;
+            break;
+        case 3:
+            page_ = pageCount();
+            break;
+        default:
+            break;
+        }
+        refreshView();
+        mShowPageNumber();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mChangePage"), 1);
+    }
+}
+
+void frmPrintPreview::mChangeScale(int kind) {
+    try {
+        if (kind == 1 && zoom_ + zoomStep <= maxZoom) zoom_ += zoomStep;
+        else if (kind == 0 && zoom_ - zoomStep >= minZoom) zoom_ -= zoomStep;
+        refreshView();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mChangeScale"), 1);
+    }
+}
+
+void frmPrintPreview::mShowPageNumber() {
+    try {
+        setWindowTitle(captionBase_ + QStringLiteral("  [%1/%2ページ]").arg(page_).arg(pageCount()));
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("mShowPageNumber"), 1);
+    }
+}
+
+void frmPrintPreview::refreshView() {
+    const bool any = page_ >= 1 && page_ <= pageCount();
+    view_->show(any ? &pages_[static_cast<size_t>(page_ - 1)] : nullptr, zoom_);
+}
+
+}  // namespace kelvary

@@ -1,0 +1,161 @@
+// Layout files: what a layout gives (paper, pages, fields, groups), what it
+// refuses with a message naming the file, and clearing a page's data.
+#include "platform/LayoutDocument.h"
+#include "platform/VbError.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <functional>
+
+namespace kelvary {
+namespace {
+
+const char* kTwoPages = R"({
+  "paper": "A4", "orientation": "landscape",
+  "pages": [
+    {"items": [
+      {"type": "text", "x": 10, "y": 10, "w": 50, "h": 6, "text": "見出し"},
+      {"type": "line", "x1": 10, "y1": 20, "x2": 200, "y2": 20},
+      {"type": "field", "name": "C32", "x": 10, "y": 30, "w": 20, "h": 6, "text": "0"},
+      {"type": "field", "name": "CircleProxy", "x": 40, "y": 30, "w": 8, "h": 8, "frame": "ellipse", "visible": false},
+      {"type": "image", "name": "WrImage1", "x": 10, "y": 40, "w": 50, "h": 50},
+      {"type": "group", "name": "Row01", "x": 100, "y": 100, "w": 150, "h": 6, "fields": [
+        {"type": "field", "name": "ItemName", "x": 0, "y": 0, "w": 40, "h": 6, "text": "項目"},
+        {"type": "field", "name": "A1", "x": 40, "y": 1, "w": 20, "h": 5, "align": "right"}
+      ]}
+    ]},
+    {"items": [
+      {"type": "field", "name": "C32", "x": 10, "y": 30, "w": 20, "h": 6}
+    ]}
+  ]
+})";
+
+LayoutDocument twoPages() { return LayoutDocument::fromJson(kTwoPages, QStringLiteral("Two.w30")); }
+
+long errorNumberOf(const std::function<void()>& f, QString* description = nullptr) {
+    try {
+        f();
+    } catch (const VbError& e) {
+        if (description) *description = e.description();
+        return e.number();
+    }
+    return 0;
+}
+
+TEST(LayoutDocument, GivesPaperPagesAndTheFieldsOfEachPage) {
+    LayoutDocument doc = twoPages();
+    EXPECT_EQ(doc.paperSize(), QSizeF(297, 210));  // landscape A4
+    ASSERT_EQ(doc.pageCount(), 2);
+    EXPECT_TRUE(doc.page(1).visible);
+    EXPECT_FALSE(doc.page(2).visible);
+    EXPECT_EQ(doc.page(1).shapes.size(), 2u);
+
+    EXPECT_EQ(doc.field(1, QStringLiteral("C32")).text, QStringLiteral("0"));
+    EXPECT_EQ(doc.field(2, QStringLiteral("C32")).text, QString());
+    EXPECT_FALSE(doc.field(1, QStringLiteral("CircleProxy")).visible);
+    EXPECT_EQ(doc.field(1, QStringLiteral("CircleProxy")).frame, LayoutField::Frame::Ellipse);
+    EXPECT_EQ(doc.field(1, QStringLiteral("WrImage1")).kind, LayoutField::Kind::Image);
+}
+
+TEST(LayoutDocument, SubFieldsOfAGroupLieRelativeToTheGroup) {
+    LayoutDocument doc = twoPages();
+    const LayoutField& a1 = doc.field(1, QStringLiteral("A1"), QStringLiteral("Row01"));
+    EXPECT_EQ(a1.rect, QRectF(140, 101, 20, 5));
+    EXPECT_EQ(a1.style.align, HAlign::Right);
+    EXPECT_EQ(doc.field(1, QStringLiteral("ItemName"), QStringLiteral("Row01")).text, QStringLiteral("項目"));
+}
+
+TEST(LayoutDocument, MissingFieldsAndPagesAreItemNotFoundNamingTheField) {
+    LayoutDocument doc = twoPages();
+    QString why;
+    EXPECT_EQ(errorNumberOf([&] { doc.field(1, QStringLiteral("C35")); }, &why), vberr::ItemNotFound);
+    EXPECT_TRUE(why.contains(QStringLiteral("「C35」"))) << why.toStdString();
+    EXPECT_EQ(errorNumberOf([&] { doc.field(1, QStringLiteral("A11"), QStringLiteral("Row01")); }, &why),
+              vberr::ItemNotFound);
+    EXPECT_TRUE(why.contains(QStringLiteral("Row01.A11"))) << why.toStdString();
+    // A sub-field's name alone does not address it outside its group.
+    EXPECT_EQ(errorNumberOf([&] { doc.field(1, QStringLiteral("A1")); }), vberr::ItemNotFound);
+    EXPECT_EQ(errorNumberOf([&] { doc.page(3); }), vberr::ItemNotFound);
+    EXPECT_EQ(errorNumberOf([&] { doc.page(0); }), vberr::ItemNotFound);
+}
+
+TEST(LayoutDocument, ClearingDataRestoresTheLayoutsOwnContent) {
+    LayoutDocument doc = twoPages();
+    LayoutField& c32 = doc.field(1, QStringLiteral("C32"));
+    c32.text = QStringLiteral("1");
+    c32.strikeLine = true;
+    c32.strikeWidth = 5;
+    c32.fontName = QStringLiteral("X");
+    doc.field(1, QStringLiteral("CircleProxy")).visible = true;
+    doc.field(1, QStringLiteral("WrImage1")).imageFile = QStringLiteral("a.bmp");
+    doc.field(1, QStringLiteral("ItemName"), QStringLiteral("Row01")).indent = 2;
+    doc.field(1, QStringLiteral("Row01")).visible = false;
+    doc.page(2).visible = true;
+
+    doc.clearData();
+
+    EXPECT_EQ(c32.text, QStringLiteral("0"));
+    EXPECT_FALSE(c32.strikeLine);
+    EXPECT_TRUE(c32.fontName.isEmpty());
+    EXPECT_FALSE(doc.field(1, QStringLiteral("CircleProxy")).visible);
+    EXPECT_TRUE(doc.field(1, QStringLiteral("WrImage1")).imageFile.isEmpty());
+    EXPECT_EQ(doc.field(1, QStringLiteral("ItemName"), QStringLiteral("Row01")).indent, 0);
+    EXPECT_TRUE(doc.field(1, QStringLiteral("Row01")).visible);
+    // Which pages print is not data: it stays as set.
+    EXPECT_TRUE(doc.page(2).visible);
+}
+
+struct Refusal {
+    const char* label;
+    const char* json;
+    const char* reason;  // part of the message
+};
+
+class LayoutRefusal : public ::testing::TestWithParam<Refusal> {};
+
+TEST_P(LayoutRefusal, NamesTheFileAndTheReason) {
+    QString why;
+    const long number = errorNumberOf(
+        [&] { LayoutDocument::fromJson(QByteArray(GetParam().json), QStringLiteral("Bad.w30")); }, &why);
+    EXPECT_EQ(number, vberr::BadFileMode);
+    EXPECT_TRUE(why.startsWith(QStringLiteral("帳票ファイル「Bad.w30」を読み込めません。"))) << why.toStdString();
+    EXPECT_TRUE(why.contains(QString::fromUtf8(GetParam().reason))) << why.toStdString();
+}
+
+const char* kSixPages = R"({"pages": [{"items": []}, {"items": []}, {"items": []}, {"items": []}, {"items": []}, {"items": []}]})";
+
+INSTANTIATE_TEST_SUITE_P(
+    Layouts, LayoutRefusal,
+    ::testing::Values(
+        Refusal{"truncated", R"({"pages": [)", "書式に誤り"},
+        Refusal{"notAnObject", "[1, 2]", "帳票の定義ではありません"},
+        Refusal{"noPages", R"({"paper": "A4"})", "ページがありません"},
+        Refusal{"sixPages", kSixPages, "5 枚まで"},
+        Refusal{"unknownPaper", R"({"paper": "Letter", "pages": [{"items": []}]})", "用紙「Letter」"},
+        Refusal{"unknownItem", R"({"pages": [{"items": [{"type": "barcode"}]}]})", "種類「barcode」"},
+        Refusal{"missingPosition",
+                R"({"pages": [{"items": [{"type": "field", "name": "A", "x": 1, "y": 1, "w": 1}]}]})", "「h」"},
+        Refusal{"textForNumber",
+                R"({"pages": [{"items": [{"type": "field", "name": "A", "x": "1", "y": 1, "w": 1, "h": 1}]}]})",
+                "「x」は数値"},
+        Refusal{"unnamedField", R"({"pages": [{"items": [{"type": "field", "x": 1, "y": 1, "w": 1, "h": 1}]}]})",
+                "名前のない項目"},
+        Refusal{"duplicateField",
+                R"({"pages": [{"items": [{"type": "field", "name": "A", "x": 1, "y": 1, "w": 1, "h": 1},
+                                         {"type": "field", "name": "a", "x": 1, "y": 1, "w": 1, "h": 1}]}]})",
+                "「a」が重複"}),
+    [](const ::testing::TestParamInfo<Refusal>& info) { return std::string(info.param.label); });
+
+TEST(LayoutDocument, AMissingFileIsFileNotFoundNamingIt) {
+    QTemporaryDir dir;
+    QString why;
+    EXPECT_EQ(errorNumberOf([&] { LayoutDocument::load(dir.filePath(QStringLiteral("Gone.w30"))); }, &why),
+              vberr::FileNotFound);
+    EXPECT_EQ(why, QStringLiteral("帳票ファイル「Gone.w30」が見つかりません。"));
+}
+
+}  // namespace
+}  // namespace kelvary

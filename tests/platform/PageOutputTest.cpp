@@ -1,0 +1,205 @@
+// Layout pages drawn into PDF files, judged by qpdf, poppler and zbar: the
+// file is sound, holds the filled texts in order, embeds its font, keeps QR
+// symbols readable, and appears only when complete.
+#include "platform/Fonts.h"
+#include "platform/LayoutDocument.h"
+#include "platform/LayoutRenderer.h"
+#include "platform/PageOutput.h"
+#include "platform/PdfCheck.h"
+#include "platform/VbError.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+namespace kelvary {
+namespace {
+
+using test::pdfInfo;
+using test::pdfText;
+using test::qpdfCheck;
+
+const char* kForm = R"({
+  "paper": "A4",
+  "pages": [{"items": [
+    {"type": "text", "x": 20, "y": 15, "w": 170, "h": 10, "text": "経営状況分析申請書", "size": 16, "align": "center"},
+    {"type": "box", "x": 20, "y": 30, "w": 170, "h": 20},
+    {"type": "text", "x": 22, "y": 31, "w": 40, "h": 6, "text": "商号又は名称"},
+    {"type": "field", "name": "C37", "x": 65, "y": 31, "w": 120, "h": 6},
+    {"type": "field", "name": "C32", "x": 65, "y": 40, "w": 20, "h": 6, "text": "9"},
+    {"type": "field", "name": "Memo", "x": 22, "y": 60, "w": 30, "h": 30, "wrap": true, "valign": "top"},
+    {"type": "image", "name": "WrImage1", "x": 20, "y": 100, "w": 60, "h": 60},
+    {"type": "image", "name": "WrImage2", "x": 120, "y": 100, "w": 25, "h": 25},
+    {"type": "field", "name": "VerifyID", "x": 20, "y": 285, "w": 170, "h": 5, "size": 8}
+  ]}]
+})";
+
+const char* kLandscape = R"({"paper": "A4", "orientation": "landscape", "pages": [{"items": [
+    {"type": "field", "name": "Title", "x": 20, "y": 15, "w": 200, "h": 10}]}]})";
+
+class PageOutput : public ::testing::Test {
+protected:
+    void SetUp() override {
+        installFontSubstitutions();
+        ASSERT_TRUE(dir_.isValid());
+    }
+    QString path(const QString& name) const { return dir_.filePath(name); }
+    QStringList folderEntries() const { return QDir(dir_.path()).entryList(QDir::Files | QDir::Hidden); }
+
+    static LayoutDocument form() { return LayoutDocument::fromJson(kForm, QStringLiteral("Form.w30")); }
+
+    QTemporaryDir dir_;
+};
+
+TEST_F(PageOutput, WritesASoundPdfWithTheFilledTextsOnTheirPages) {
+    LayoutDocument doc = form();
+    const QString pdf = path(QStringLiteral("out.pdf"));
+    {
+        PdfFileWriter writer(pdf, QStringLiteral("申請書"), QStringLiteral("kelvary test"));
+        doc.field(1, QStringLiteral("C37")).text = QStringLiteral("株式会社ケルバリー建設");
+        doc.field(1, QStringLiteral("VerifyID")).text = QStringLiteral("[ID]0000012320081010093000");
+        writer.addPage(recordLayoutPage(doc, 1));
+        doc.clearData();
+        doc.field(1, QStringLiteral("C37")).text = QStringLiteral("有限会社二頁目");
+        writer.addPage(recordLayoutPage(doc, 1));
+        EXPECT_EQ(writer.pageCount(), 2);
+        writer.commit();
+    }
+    EXPECT_EQ(qpdfCheck(pdf), 0);
+    EXPECT_EQ(pdfInfo(pdf, QStringLiteral("Pages")), QStringLiteral("2"));
+    EXPECT_EQ(pdfInfo(pdf, QStringLiteral("Title")), QStringLiteral("申請書"));
+    EXPECT_EQ(pdfInfo(pdf, QStringLiteral("Creator")), QStringLiteral("kelvary test"));
+    // A4 is 595.276 x 841.89 points.
+    EXPECT_EQ(test::pdfPageSize(pdf, 1), QStringLiteral("595 x 842 pts (A4)"));
+
+    const QString first = pdfText(pdf, 1);
+    EXPECT_TRUE(first.contains(QStringLiteral("経営状況分析申請書")));
+    EXPECT_TRUE(first.contains(QStringLiteral("株式会社ケルバリー建設")));
+    EXPECT_TRUE(first.contains(QStringLiteral("[ID]0000012320081010093000")));
+    const QString second = pdfText(pdf, 2);
+    EXPECT_TRUE(second.contains(QStringLiteral("有限会社二頁目")));
+    EXPECT_FALSE(second.contains(QStringLiteral("株式会社ケルバリー建設")));
+    EXPECT_FALSE(second.contains(QStringLiteral("[ID]")));
+    // The layout's own text of a field is printed when nothing replaced it.
+    EXPECT_TRUE(second.contains(QStringLiteral("9")));
+    EXPECT_EQ(folderEntries(), QStringList{QStringLiteral("out.pdf")});
+}
+
+TEST_F(PageOutput, EmbedsOnlyTheUsedGlyphsOfTheSubstitutedGothic) {
+    LayoutDocument doc = form();
+    const QString pdf = path(QStringLiteral("fonts.pdf"));
+    PdfFileWriter writer(pdf, QString(), QString());
+    writer.addPage(recordLayoutPage(doc, 1));
+    writer.commit();
+    const QString fonts = test::runTool(QStringLiteral("pdffonts"), {pdf}).out;
+    // After the two heading lines: one font, IPA Gothic, embedded.
+    const QStringList lines = fonts.split(QLatin1Char('\n'), Qt::SkipEmptyParts).mid(2);
+    ASSERT_EQ(lines.size(), 1) << fonts.toStdString();
+    EXPECT_TRUE(lines[0].startsWith(QStringLiteral("IPAGothic"))) << fonts.toStdString();
+    EXPECT_TRUE(lines[0].contains(QRegularExpression(QStringLiteral("Identity-H\\s+yes\\s")))) << fonts.toStdString();
+    // The whole face is several megabytes; a page of a few dozen glyphs
+    // carries only those.
+    EXPECT_LT(QFileInfo(pdf).size(), 100 * 1024);
+}
+
+TEST_F(PageOutput, WrappedTextBreaksBetweenCharactersWithinTheFieldWidth) {
+    LayoutDocument doc = form();
+    // 30 mm at 10 pt holds at most 8 full-width characters (3.53 mm each).
+    doc.field(1, QStringLiteral("Memo")).text = QStringLiteral("一二三四五六七八九十壱弐参");
+    const QString pdf = path(QStringLiteral("wrap.pdf"));
+    PdfFileWriter writer(pdf, QString(), QString());
+    writer.addPage(recordLayoutPage(doc, 1));
+    writer.commit();
+    const QString text = pdfText(pdf, 1);
+    EXPECT_TRUE(text.contains(QStringLiteral("一二三四五六七八"))) << text.toStdString();
+    EXPECT_FALSE(text.contains(QStringLiteral("八九"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("九十壱弐参")));
+}
+
+TEST_F(PageOutput, LandscapePagesKeepTheirOrientationInTheSameFile) {
+    LayoutDocument portrait = form();
+    LayoutDocument landscape = LayoutDocument::fromJson(kLandscape, QStringLiteral("Side.w30"));
+    landscape.field(1, QStringLiteral("Title")).text = QStringLiteral("株主資本等変動計算書");
+    const QString pdf = path(QStringLiteral("mixed.pdf"));
+    PdfFileWriter writer(pdf, QString(), QString());
+    writer.addPage(recordLayoutPage(portrait, 1));
+    writer.addPage(recordLayoutPage(landscape, 1));
+    writer.commit();
+    EXPECT_EQ(qpdfCheck(pdf), 0);
+    EXPECT_EQ(test::pdfPageSize(pdf, 1), QStringLiteral("595 x 842 pts (A4)"));
+    EXPECT_EQ(test::pdfPageSize(pdf, 2), QStringLiteral("842 x 595 pts (A4)"));
+    EXPECT_TRUE(pdfText(pdf, 2).contains(QStringLiteral("株主資本等変動計算書")));
+}
+
+TEST_F(PageOutput, QrImagesStayReadableAtLargeAndSmallScales) {
+    const QString big = path(QStringLiteral("big.bmp"));
+    const QString small = path(QStringLiteral("small.bmp"));
+    // A symbol of many modules in a large box, and a small one squeezed.
+    ASSERT_TRUE(test::writeQrBmp(QByteArray("\"KV\",\"1\",") + QByteArray(600, 'A'), big));
+    ASSERT_TRUE(test::writeQrBmp("ApplyHeader", small));
+    LayoutDocument doc = form();
+    doc.field(1, QStringLiteral("WrImage1")).imageFile = big;
+    doc.field(1, QStringLiteral("WrImage2")).imageFile = small;
+    const QString pdf = path(QStringLiteral("qr.pdf"));
+    PdfFileWriter writer(pdf, QString(), QString());
+    writer.addPage(recordLayoutPage(doc, 1));
+    writer.commit();
+    const QStringList payloads = test::decodeQrOnPage(pdf, 1);
+    ASSERT_EQ(payloads.size(), 2) << payloads.join(QLatin1Char('|')).toStdString();
+    EXPECT_EQ(payloads[0], QStringLiteral("\"KV\",\"1\",") + QString(600, QLatin1Char('A')));
+    EXPECT_EQ(payloads[1], QStringLiteral("ApplyHeader"));
+}
+
+TEST_F(PageOutput, AnUnfinishedFileNeverReplacesAnEarlierOne) {
+    const QString pdf = path(QStringLiteral("keep.pdf"));
+    {
+        QFile earlier(pdf);
+        ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
+        earlier.write("%PDF-1.4 earlier run\n");
+    }
+    LayoutDocument doc = form();
+    {
+        PdfFileWriter writer(pdf, QString(), QString());
+        writer.addPage(recordLayoutPage(doc, 1));
+        // The run fails here: the writer goes without commit().
+    }
+    QFile kept(pdf);
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), QByteArray("%PDF-1.4 earlier run\n"));
+    kept.close();
+    EXPECT_EQ(folderEntries(), QStringList{QStringLiteral("keep.pdf")});
+
+    // Committing without pages leaves the earlier file too.
+    {
+        PdfFileWriter writer(pdf, QString(), QString());
+        writer.commit();
+    }
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), QByteArray("%PDF-1.4 earlier run\n"));
+    kept.close();
+
+    {
+        PdfFileWriter writer(pdf, QString(), QString());
+        writer.addPage(recordLayoutPage(doc, 1));
+        writer.commit();
+    }
+    EXPECT_EQ(qpdfCheck(pdf), 0);
+    EXPECT_EQ(folderEntries(), QStringList{QStringLiteral("keep.pdf")});
+}
+
+TEST_F(PageOutput, AFolderThatIsNotThereIsReportedAsAnError) {
+    try {
+        PdfFileWriter writer(path(QStringLiteral("no/such/folder/out.pdf")), QString(), QString());
+        FAIL() << "no error";
+    } catch (const VbError& e) {
+        EXPECT_EQ(e.number(), vberr::PathNotFound);
+        EXPECT_TRUE(e.description().startsWith(QStringLiteral("PDFファイル「"))) << e.description().toStdString();
+    }
+}
+
+}  // namespace
+}  // namespace kelvary

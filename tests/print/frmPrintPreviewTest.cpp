@@ -1,0 +1,124 @@
+// The preview window: paging and zoom stay within their limits, the caption
+// counts pages, the toolbar keeps its order and tooltips, and leaving with the
+// cancel button prints nothing.
+#include "print/frmPrintPreview.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QToolBar>
+
+namespace kelvary {
+namespace {
+
+std::vector<RecordedPage> pagesOf(int count) {
+    std::vector<RecordedPage> pages(static_cast<size_t>(count));
+    for (RecordedPage& p : pages) p.paperMm = QSizeF(210, 297);
+    return pages;
+}
+
+class PreviewWindow : public ::testing::Test {
+protected:
+    std::vector<RecordedPage> pages_ = pagesOf(3);
+    int printed_ = 0;
+    frmPrintPreview window_{pages_, [this] { ++printed_; }};
+};
+
+TEST_F(PreviewWindow, BackOnTheFirstPageAndNextOnTheLastDoNothing) {
+    EXPECT_EQ(window_.currentPage(), 1);
+    window_.mChangePage(0);
+    EXPECT_EQ(window_.currentPage(), 1);
+    window_.mChangePage(1);
+    window_.mChangePage(1);
+    EXPECT_EQ(window_.currentPage(), 3);
+    window_.mChangePage(1);
+    EXPECT_EQ(window_.currentPage(), 3);
+    window_.mChangePage(0);
+    EXPECT_EQ(window_.currentPage(), 2);
+    window_.mChangePage(2);
+    EXPECT_EQ(window_.currentPage(), 1);
+    window_.mChangePage(3);
+    EXPECT_EQ(window_.currentPage(), 3);
+}
+
+TEST_F(PreviewWindow, ZoomMovesInStepsOf25AndStopsBeforeLeaving5To1000) {
+    EXPECT_EQ(window_.zoom(), 100);
+    window_.mChangeScale(0);
+    EXPECT_EQ(window_.zoom(), 75);
+    window_.mChangeScale(0);
+    window_.mChangeScale(0);
+    EXPECT_EQ(window_.zoom(), 25);
+    window_.mChangeScale(0);  // 0 would be below 5
+    EXPECT_EQ(window_.zoom(), 25);
+    for (int i = 0; i < 50; ++i) window_.mChangeScale(1);
+    EXPECT_EQ(window_.zoom(), 1000);
+    window_.mChangeScale(0);
+    EXPECT_EQ(window_.zoom(), 975);
+}
+
+TEST_F(PreviewWindow, CaptionCarriesTheBaseAndThePageNumbers) {
+    window_.mShowPageNumber();
+    EXPECT_EQ(window_.windowTitle(), QStringLiteral("  [1/3ページ]"));
+    window_.setCaptionBase(QStringLiteral("プレビュー：申請書"));
+    window_.action(QStringLiteral("ID_Last"))->trigger();
+    EXPECT_EQ(window_.windowTitle(), QStringLiteral("プレビュー：申請書  [3/3ページ]"));
+}
+
+TEST_F(PreviewWindow, ToolbarButtonsInTheirOrderWithTheirTooltips) {
+    const QToolBar* bar = window_.findChild<QToolBar*>();
+    ASSERT_NE(bar, nullptr);
+    QStringList keys;
+    for (QAction* a : bar->actions()) {
+        if (a->isSeparator()) keys << QStringLiteral("|");
+        else if (!a->objectName().isEmpty()) keys << a->objectName();
+        else if (auto* label = qobject_cast<QLabel*>(bar->widgetForAction(a))) keys << label->objectName() + QLatin1Char('=') + label->text();
+    }
+    EXPECT_EQ(keys.join(QLatin1Char(' ')),
+              QStringLiteral("ID_Cancel | ID_ZoomIn ID_ZoomOut | ID_First ID_Back ID_Next ID_Page=ページ ID_Last | ID_Print"));
+    EXPECT_EQ(window_.action(QStringLiteral("ID_Back"))->toolTip(), QStringLiteral("前のページへ戻ります"));
+    EXPECT_EQ(window_.action(QStringLiteral("ID_Next"))->toolTip(), QStringLiteral("次のページに進みます"));
+    EXPECT_EQ(window_.action(QStringLiteral("ID_ZoomIn"))->toolTip(), QStringLiteral("倍率を大きくします。"));
+    EXPECT_EQ(window_.action(QStringLiteral("ID_ZoomOut"))->toolTip(), QStringLiteral("倍率を下げます。"));
+    EXPECT_EQ(window_.action(QStringLiteral("ID_Cancel"))->toolTip(), QStringLiteral("印刷をしないで戻ります。"));
+    EXPECT_EQ(window_.action(QStringLiteral("ID_Print"))->toolTip(), QStringLiteral("印刷します"));
+}
+
+TEST_F(PreviewWindow, CancelLeavesWithoutPrintingAndPrintClearsTheCancel) {
+    window_.show();
+    window_.action(QStringLiteral("ID_Cancel"))->trigger();
+    EXPECT_TRUE(window_.isCancelled());
+    EXPECT_FALSE(window_.isVisible());
+    EXPECT_EQ(printed_, 0);
+
+    window_.show();
+    window_.action(QStringLiteral("ID_Print"))->trigger();
+    EXPECT_FALSE(window_.isCancelled());
+    EXPECT_FALSE(window_.isVisible());
+    EXPECT_EQ(printed_, 1);
+}
+
+TEST_F(PreviewWindow, ToolbarClicksPageAndZoom) {
+    window_.action(QStringLiteral("ID_Next"))->trigger();
+    EXPECT_EQ(window_.currentPage(), 2);
+    window_.action(QStringLiteral("ID_First"))->trigger();
+    EXPECT_EQ(window_.currentPage(), 1);
+    window_.action(QStringLiteral("ID_ZoomIn"))->trigger();
+    EXPECT_EQ(window_.zoom(), 125);
+    window_.action(QStringLiteral("ID_ZoomOut"))->trigger();
+    window_.action(QStringLiteral("ID_ZoomOut"))->trigger();
+    EXPECT_EQ(window_.zoom(), 75);
+}
+
+TEST(PreviewWindowEmpty, WithNoPagesTheLastPageIsNone) {
+    const std::vector<RecordedPage> none;
+    frmPrintPreview window(none, {});
+    window.mChangePage(3);
+    window.mShowPageNumber();
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("  [0/0ページ]"));
+    window.mChangePage(1);
+    EXPECT_EQ(window.currentPage(), 0);
+}
+
+}  // namespace
+}  // namespace kelvary
