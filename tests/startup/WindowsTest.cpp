@@ -1,0 +1,54 @@
+// The main window's caption and the progress window, on the offscreen platform.
+#include "startup/frmMDIForm.h"
+#include "startup/frmMsg.h"
+#include "startup/mdlFunctionApplication.h"
+#include "startup/mdlFunctionStandard.h"
+#include "startup/mdlVersion.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace kelvary;
+
+namespace {
+frmMsg* progressWindow() {
+    for (QWidget* w : QApplication::allWidgets())
+        if (auto* form = qobject_cast<frmMsg*>(w); form && form->isVisible()) return form;
+    return nullptr;
+}
+}  // namespace
+
+TEST(frmMDIForm, CaptionNamesTheProgramAndItsVersion) {
+    frmMDIForm main;
+    EXPECT_EQ(main.windowTitle(), QStringLiteral("Kelvary(") + gstrAppVersion() + QStringLiteral(")"));
+}
+
+TEST(gMsgForm, ShowsUpdatesAndClosesAboveTheMainWindow) {
+    frmMDIForm main;
+    main.show();
+    gMsgForm(0, QStringLiteral("しばらくお待ちください"));
+    frmMsg* form = progressWindow();
+    ASSERT_NE(form, nullptr);
+    EXPECT_EQ(form->msgText(), QStringLiteral("しばらくお待ちください"));
+    // Owned by the main window, so the platform keeps it above it.
+    EXPECT_EQ(form->parentWidget(), &main);
+    gMsgForm(2, QStringLiteral("申請書データ読み込み中"));
+    EXPECT_EQ(progressWindow(), form);
+    EXPECT_EQ(form->msgText(), QStringLiteral("申請書データ読み込み中"));
+    gMsgForm(1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(progressWindow(), nullptr);
+}
+
+TEST(gstrGetFileVersion, EmptyForFilesWithoutAVersion) {
+    QTemporaryDir dir;
+    QFile text(dir.filePath(QStringLiteral("notes.txt")));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("MZ but not really an executable");
+    text.close();
+    EXPECT_EQ(gstrGetFileVersion(text.fileName()), QString());
+    EXPECT_EQ(gstrGetFileVersion(dir.filePath(QStringLiteral("missing.exe"))), QString());
+    EXPECT_EQ(gstrGetFileVersion(QString()), QString());
+}
