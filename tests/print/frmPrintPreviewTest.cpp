@@ -1,12 +1,15 @@
 // The preview window: paging and zoom stay within their limits, the caption
 // counts pages, the toolbar keeps its order and tooltips, and leaving with the
 // cancel button prints nothing.
+#include "platform/LayoutDocument.h"
 #include "print/frmPrintPreview.h"
 
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QImage>
 #include <QLabel>
+#include <QScrollArea>
 #include <QToolBar>
 
 namespace kelvary {
@@ -118,6 +121,40 @@ TEST(PreviewWindowEmpty, WithNoPagesTheLastPageIsNone) {
     EXPECT_EQ(window.windowTitle(), QStringLiteral("  [0/0ページ]"));
     window.mChangePage(1);
     EXPECT_EQ(window.currentPage(), 0);
+}
+
+// Dark pixels in the window's image: the page's drawing as it reached the screen.
+int darkPixels(const QImage& image) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (qGray(image.pixel(x, y)) < 64) ++count;
+    return count;
+}
+
+TEST(PreviewWindowPaint, ShowsTheCurrentPageScaledByTheZoom) {
+    // Page 1 is blank; page 2 has a black square of 20 mm.
+    const char* json = R"({"pages": [{"items": [
+        {"type": "box", "x": 20, "y": 20, "w": 20, "h": 20, "fill": "#000000", "width": 0}]}]})";
+    const LayoutDocument square = LayoutDocument::fromJson(json, QStringLiteral("Square.w30"));
+    const LayoutDocument blank = LayoutDocument::fromJson(R"({"pages": [{"items": []}]})", QStringLiteral("Blank.w30"));
+    const std::vector<RecordedPage> pages{recordLayoutPage(blank, 1), recordLayoutPage(square, 1)};
+    frmPrintPreview window(pages, {});
+    window.resize(1200, 1400);
+    window.show();
+    QWidget* page = window.findChild<QScrollArea*>()->widget();
+    EXPECT_EQ(darkPixels(page->grab().toImage()), 0);
+
+    window.mChangePage(1);
+    const int atFull = darkPixels(page->grab().toImage());
+    // 20 mm at the screen's resolution, squared, within a pixel's rounding at each edge.
+    const double side = 20.0 / 25.4 * page->logicalDpiX();
+    EXPECT_NEAR(atFull, side * side, 4 * side + 4);
+
+    window.mChangeScale(0);
+    window.mChangeScale(0);  // 50 %
+    const int atHalf = darkPixels(page->grab().toImage());
+    EXPECT_NEAR(atHalf, side * side / 4, 2 * side + 4);
 }
 
 }  // namespace
