@@ -51,6 +51,47 @@ TEST(StatementReportTest, SamplePeriodsPassEveryCheck) {
     EXPECT_TRUE(report.contains(QStringLiteral("■貸借対照表の流動資産合計が各科目の合計と一致していません\r\n")));
 }
 
+// A small individual's statement that adds up by hand: the shipped rules for
+// individuals pass it, and one wrong owner's profit breaks a relation and a sum.
+TEST(StatementReportTest, IndividualStatementAgainstShippedRules) {
+    IntakeHome home;
+    gRefreshLinkTable(QStringLiteral("M_FSItem"), home.file(QStringLiteral("sample/Ledra.mdb")));
+    home.exec(home.database(),
+              "INSERT INTO tmpFSInfoData (FSDataCode, FYearNumber, FYearFrom, FYearTo, ApplyerName, Distinction, TaxType, "
+              "EnforceDate) VALUES (1, 12, '2008-01-01', '2008-12-31', '山田　太郎', 2, 2, '2006-07-01')");
+    // Balance sheet: cash 5,000 = assets = equity (3,000 opening capital + 2,000 profit).
+    // Income statement: sales 10,000, cost 8,000, no expenses, profit 2,000.
+    const int items[][2] = {{1, 5000000},   {12, 5000000},  {52, 5000000},  {230, 3000000}, {233, 2000000},
+                            {93, 5000000},  {94, 5000000},  {101, 10000000}, {103, 10000000}, {98, 8000000},
+                            {100, 8000000}, {104, 2000000}, {106, 2000000}, {131, 0},        {132, 2000000},
+                            {167, 2000000}, {234, 2000000}};
+    for (const auto& item : items) {
+        home.exec(home.database(), QStringLiteral("INSERT INTO tmpFSItemData (FSDataCode, ItemCode, ItemName, ItemValue, "
+                                                  "DocCode, SortNumber) VALUES (1, %1, '項目', %2, 1, %1)")
+                                       .arg(item[0])
+                                       .arg(item[1])
+                                       .toUtf8()
+                                       .constData());
+    }
+    QString report;
+    EXPECT_TRUE(mblnVaridateFSData(0, 1, true, report)) << report.toStdString();
+    EXPECT_EQ(report, QString());
+
+    home.exec(home.database(), "UPDATE tmpFSItemData SET ItemValue=2500000 WHERE ItemCode=233");
+    EXPECT_FALSE(mblnVaridateFSData(0, 1, true, report));
+    // "　「事業主利益（貸借対照表）」の金額：" is 38 bytes, "　「事業主利益（損益計算書）」の金額：" 38,
+    // "　純資産合計（各科目の合計）：" 30, "　貸借対照表の純資産合計：" 26, "　差額：" 8.
+    EXPECT_EQ(report, QStringLiteral("■事業主利益が貸借対照表と損益計算書で一致していません\r\n\r\n") +
+                          QStringLiteral("　「事業主利益（貸借対照表）」の金額：") + QString(62 + 10, QLatin1Char('_')) +
+                          QStringLiteral(" 2,500\r\n") + QStringLiteral("　「事業主利益（損益計算書）」の金額：") +
+                          QString(62 + 10, QLatin1Char('_')) + QStringLiteral(" 2,000\r\n\r\n\r\n") +
+                          QStringLiteral("■貸借対照表の純資産合計が各科目の合計と一致していません\r\n\r\n") +
+                          QStringLiteral("　純資産合計（各科目の合計）：") + QString(70 + 10, QLatin1Char('_')) +
+                          QStringLiteral(" 5,500\r\n") + QStringLiteral("　貸借対照表の純資産合計：") +
+                          QString(74 + 10, QLatin1Char('_')) + QStringLiteral(" 5,000\r\n") + QStringLiteral("　差額：") +
+                          QString(92 + 12, QLatin1Char('_')) + QStringLiteral(" 500\r\n\r\n\r\n"));
+}
+
 TEST(StatementReportTest, ProblemsGoToTheListUnderThePeriodHeader) {
     StatementHome home;
     home.sql(QStringLiteral("UPDATE tmpFSInfoData SET TaxType=NULL"));
