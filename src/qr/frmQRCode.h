@@ -1,0 +1,22 @@
+// The renderer every QR generator owns: one payload in, one symbol image and
+// a CP932 copy of the payload out, side by side in Temp. It is never shown;
+// it exists so each generator has its own renderer for its lifetime.
+#pragma once
+
+#include <QString>
+
+namespace kelvary {
+
+class frmQRCode {
+public:
+    // Writes strFileName (the BMP image) and strFileName & ".Txt" (the
+    // payload). A failure is reported under "mMakeQRCode" and nothing more
+    // is written for that symbol.
+    void MakeQRCode(const QString& strFileName, const QString& strDataValue);
+
+private:
+    void mMakeQRCode(const QString& strFileName, const QString& strDataValue);
+    void mSaveText(const QString& strFileName, const QString& strDataValue);
+};
+
+}  // namespace kelvary
