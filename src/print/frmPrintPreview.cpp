@@ -123,7 +123,6 @@ void frmPrintPreview::onToolClick(const QString& key) {
     if (key == QLatin1String("ID_Print")) {
         mPrintPreview();
         cancelled_ = false;
-        hide();
         done(Accepted);
     } else if (key == QLatin1String("ID_Cancel")) {
         reject();
