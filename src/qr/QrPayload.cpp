@@ -8,7 +8,7 @@
 
 namespace kelvary::qr {
 
-QString cleanValue(const Variant& value) {
+QString mstrCleanValue(const Variant& value) {
     if (value.isNull()) return QString();
     QString text = value.text();
     text.replace(kCrLf, QStringLiteral("\t"));
@@ -23,27 +23,27 @@ QString headerLine(const QString& symbolName, const QString& verifyId, long reco
            QString::number(recordCount) + QLatin1Char(',') + QString::number(columnCount) + kCrLf;
 }
 
-void addHeaderLine(QString& payload, const QString& symbolName, const QString& verifyId, long recordCount,
-                   long columnCount, bool inFront) {
+void mAddHeaderLine(QString& payload, const QString& symbolName, const QString& verifyId, long recordCount,
+                    long columnCount, bool inFront) {
     const QString line = headerLine(symbolName, verifyId, recordCount, columnCount);
     payload = inFront ? line + payload : payload + line;
 }
 
-void addDataLine(QString& payload, long long number, const QList<Variant>& values) {
+void mAddDataLine(QString& payload, long long number, const QList<Variant>& values) {
     if (values.isEmpty() || values.size() > 4) throw VbError::standard(vberr::InvalidProcedureCall);
     QString line = QString::number(number);
     for (const Variant& value : values)
-        line += QStringLiteral(",\"") + cleanValue(value) + QLatin1Char('"');
+        line += QStringLiteral(",\"") + mstrCleanValue(value) + QLatin1Char('"');
     payload += line + kCrLf;
 }
 
-Variant amountInThousands(const Variant& value) {
+Variant mvarCalcUnit(const Variant& value) {
     if (value.isNull()) return value;
     // Adding 0.0 turns a truncated -0 into 0, which VB never shows as "-0".
     return Variant(std::trunc(value.toDouble() / 1000.0) + 0.0);
 }
 
-QString imageFile(const QString& symbolName) {
+QString mstrGetImageFile(const QString& symbolName) {
     return app::path() + QStringLiteral("/Temp/") + symbolName + QStringLiteral(".bmp");
 }
 

@@ -17,24 +17,24 @@ inline const QString kCrLf = QStringLiteral("\r\n");
 // A value as payload text: Null becomes empty; CR LF and LF become TAB, the
 // double quote an apostrophe, the comma a full stop. A lone CR and
 // full-width forms pass unchanged.
-QString cleanValue(const Variant& value);
+QString mstrCleanValue(const Variant& value);
 
 // "[name]","id",count,columns followed by CR LF. The ID is not cleaned.
 QString headerLine(const QString& symbolName, const QString& verifyId, long recordCount, long columnCount);
 
 // Appends the header line, or puts it in front when the records were counted
 // while they were written.
-void addHeaderLine(QString& payload, const QString& symbolName, const QString& verifyId, long recordCount,
-                   long columnCount, bool inFront);
+void mAddHeaderLine(QString& payload, const QString& symbolName, const QString& verifyId, long recordCount,
+                    long columnCount, bool inFront);
 
 // number,"v1"[,"v2"[,"v3"[,"v4"]]] followed by CR LF. Values that are not
 // passed end the line; at least one value is always written.
-void addDataLine(QString& payload, long long number, const QList<Variant>& values);
+void mAddDataLine(QString& payload, long long number, const QList<Variant>& values);
 
 // An amount of yen in thousands, truncated toward zero; Null stays Null.
-Variant amountInThousands(const Variant& value);
+Variant mvarCalcUnit(const Variant& value);
 
 // Where the image of a symbol goes: the program folder's Temp, name & ".bmp".
-QString imageFile(const QString& symbolName);
+QString mstrGetImageFile(const QString& symbolName);
 
 }  // namespace kelvary::qr

@@ -14,6 +14,12 @@
 namespace kelvary::qr {
 namespace {
 
+// One run of the payload's bytes in one encoding mode.
+struct QrSegment {
+    bool kanji = false;
+    QByteArray bytes;
+};
+
 struct CharSpan {
     int start = 0;
     int length = 1;
@@ -63,31 +69,9 @@ struct QrInputDeleter {
 using QrCodePtr = std::unique_ptr<QRcode, QrCodeDeleter>;
 using QrInputPtr = std::unique_ptr<QRinput, QrInputDeleter>;
 
-QrCodePtr encodeSegments(const std::vector<QrSegment>& segments, QRecLevel level) {
-    QrInputPtr input(QRinput_new2(0, level));
-    if (!input) return nullptr;
-    for (const QrSegment& segment : segments) {
-        const auto* data = reinterpret_cast<const unsigned char*>(segment.bytes.constData());
-        if (QRinput_append(input.get(), segment.kanji ? QR_MODE_KANJI : QR_MODE_8,
-                           static_cast<int>(segment.bytes.size()), data) != 0)
-            return nullptr;
-    }
-    return QrCodePtr(QRcode_encodeInput(input.get()));
-}
-
-// The smallest symbol of one level over the segmentations made for each
-// group of count widths.
-QrCodePtr smallestAtLevel(const QByteArray& cp932, QRecLevel level) {
-    QrCodePtr best;
-    for (const int groupVersion : {1, 10, 27}) {
-        QrCodePtr code = encodeSegments(splitSegments(cp932, groupVersion), level);
-        if (code && (!best || code->version < best->version)) best = std::move(code);
-    }
-    return best;
-}
-
-}  // namespace
-
+// Splits CP932 bytes into Kanji and byte-mode runs on whole characters,
+// choosing the cheaper mode for each stretch at the character-count widths
+// of the given version.
 std::vector<QrSegment> splitSegments(const QByteArray& cp932, int version) {
     const std::vector<CharSpan> chars = characters(cp932);
     const size_t n = chars.size();
@@ -134,6 +118,31 @@ std::vector<QrSegment> splitSegments(const QByteArray& cp932, int version) {
     }
     return segments;
 }
+
+QrCodePtr encodeSegments(const std::vector<QrSegment>& segments, QRecLevel level) {
+    QrInputPtr input(QRinput_new2(0, level));
+    if (!input) return nullptr;
+    for (const QrSegment& segment : segments) {
+        const auto* data = reinterpret_cast<const unsigned char*>(segment.bytes.constData());
+        if (QRinput_append(input.get(), segment.kanji ? QR_MODE_KANJI : QR_MODE_8,
+                           static_cast<int>(segment.bytes.size()), data) != 0)
+            return nullptr;
+    }
+    return QrCodePtr(QRcode_encodeInput(input.get()));
+}
+
+// The smallest symbol of one level over the segmentations made for each
+// group of count widths.
+QrCodePtr smallestAtLevel(const QByteArray& cp932, QRecLevel level) {
+    QrCodePtr best;
+    for (const int groupVersion : {1, 10, 27}) {
+        QrCodePtr code = encodeSegments(splitSegments(cp932, groupVersion), level);
+        if (code && (!best || code->version < best->version)) best = std::move(code);
+    }
+    return best;
+}
+
+}  // namespace
 
 std::optional<QrSymbol> encodeSymbol(const QByteArray& cp932) {
     EcLevel level = EcLevel::M;

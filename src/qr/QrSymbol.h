@@ -33,16 +33,6 @@ struct QrSymbol {
     bool isDark(int x, int y) const { return dark[static_cast<size_t>(y * width + x)] != 0; }
 };
 
-// One run of the payload's bytes in one encoding mode.
-struct QrSegment {
-    bool kanji = false;
-    QByteArray bytes;
-};
-
-// Splits CP932 bytes into Kanji and byte-mode runs, choosing the cheaper
-// mode for each stretch at the character-count widths of the given version.
-std::vector<QrSegment> splitSegments(const QByteArray& cp932, int version);
-
 // The smallest symbol that holds the bytes, or nothing when no version of
 // level M or L can.
 std::optional<QrSymbol> encodeSymbol(const QByteArray& cp932);

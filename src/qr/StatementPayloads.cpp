@@ -15,9 +15,9 @@
 namespace kelvary {
 namespace {
 
-using qr::addDataLine;
-using qr::addHeaderLine;
-using qr::amountInThousands;
+using qr::mAddDataLine;
+using qr::mAddHeaderLine;
+using qr::mvarCalcUnit;
 
 // The amount columns of an equity row, in payload order.
 constexpr std::array<const char*, 18> kEquityAmountColumns = {"Capital",
@@ -49,7 +49,7 @@ StatementPayloads::StatementPayloads(frmQRCode& renderer, QString verifyId, long
     : renderer_(renderer), verifyId_(std::move(verifyId)), page_(page), fsDataCode_(fsDataCode) {}
 
 void StatementPayloads::render(const QString& symbolName, const QString& payload) {
-    renderer_.MakeQRCode(qr::imageFile(symbolName), payload);
+    renderer_.MakeQRCode(qr::mstrGetImageFile(symbolName), payload);
 }
 
 QString StatementPayloads::keyCondition() const {
@@ -84,11 +84,11 @@ void StatementPayloads::mMakeQRCodeFSData() {
                 QStringLiteral("ZaimuData") + QString::number(page_) + QLatin1Char('_') + QString::number(k);
             payload.clear();
             const long records = (k == symbols && remainder >= 1) ? remainder : kItemsPerSymbol;
-            addHeaderLine(payload, name, verifyId_, records, 2, false);
+            mAddHeaderLine(payload, name, verifyId_, records, 2, false);
         }
         trap.run([&] {
-            addDataLine(payload, rs[QStringLiteral("ItemCode")].toLong(),
-                        {amountInThousands(rs[QStringLiteral("ItemValue")])});
+            mAddDataLine(payload, rs[QStringLiteral("ItemCode")].toLong(),
+                         {mvarCalcUnit(rs[QStringLiteral("ItemValue")])});
         });
         ++count;
         rs.moveNext();
@@ -130,9 +130,9 @@ void StatementPayloads::mMakeQRCodeChangedKamoku() {
     while (!rs.eof() && !trap.ended()) {
         trap.run([&] {
             if (!gvarCheckData(0, rs.value(3), Variant(false)).toBool()) return;
-            addDataLine(payload, rs.value(0).toLong(),
-                        {Variant(QString()), rs.value(1),
-                         gvarCheckData(0, amountInThousands(rs.value(4)), Variant(QString()))});
+            mAddDataLine(payload, rs.value(0).toLong(),
+                         {Variant(QString()), rs.value(1),
+                          gvarCheckData(0, mvarCalcUnit(rs.value(4)), Variant(QString()))});
             ++count;
         });
         rs.moveNext();
@@ -141,7 +141,7 @@ void StatementPayloads::mMakeQRCodeChangedKamoku() {
                 ++k;
                 const QString name = QStringLiteral("KamokuData") + QString::number(page_) +
                                      QLatin1Char('_') + QString::number(k);
-                addHeaderLine(payload, name, verifyId_, count, 4, true);
+                mAddHeaderLine(payload, name, verifyId_, count, 4, true);
                 trap.run([&] { render(name, payload); });
             }
             payload.clear();
@@ -160,15 +160,15 @@ void StatementPayloads::mMakeQRCodeFSCapital() {
     if (!cols.isNothing()) {
         for (; !cols.eof() && !trap.ended(); cols.moveNext()) {
             trap.run([&] {
-                addDataLine(payload, cols[QStringLiteral("ColNo")].toLong(),
-                            {cols[QStringLiteral("ItemCode")], cols[QStringLiteral("ColName")]});
+                mAddDataLine(payload, cols[QStringLiteral("ColNo")].toLong(),
+                             {cols[QStringLiteral("ItemCode")], cols[QStringLiteral("ColName")]});
             });
             ++columns;
         }
     }
     if (trap.ended()) return;
     const QString headerName = QStringLiteral("CapitalHeader") + QString::number(page_);
-    addHeaderLine(payload, headerName, verifyId_, columns, 3, true);
+    mAddHeaderLine(payload, headerName, verifyId_, columns, 3, true);
     trap.run([&] { render(headerName, payload); });
 
     Recordset rs = gobjMakeRecordset(QStringLiteral("Select * From tmpFSCapitalRow Where ") + keyCondition());
@@ -182,11 +182,12 @@ void StatementPayloads::mMakeQRCodeFSCapital() {
             // amounts quoted but not cleaned.
             const Variant zero(0);
             QString line = gvarCheckData(0, rs[QStringLiteral("RowNo")], zero).text();
-            line += QStringLiteral(",\"") + qr::cleanValue(rs[QStringLiteral("RowName")]) + QLatin1Char('"');
+            line +=
+                QStringLiteral(",\"") + qr::mstrCleanValue(rs[QStringLiteral("RowName")]) + QLatin1Char('"');
             line += QLatin1Char(',') + gvarCheckData(0, rs[QStringLiteral("ItemCode")], zero).text();
             line += QLatin1Char(',') + gvarCheckData(0, rs[QStringLiteral("ItemType")], zero).text();
             for (const char* column : kEquityAmountColumns) {
-                const Variant amount = amountInThousands(rs[QString::fromLatin1(column)]);
+                const Variant amount = mvarCalcUnit(rs[QString::fromLatin1(column)]);
                 line += QStringLiteral(",\"") + gvarCheckData(0, amount, Variant(QString())).text() +
                         QLatin1Char('"');
             }
@@ -198,7 +199,7 @@ void StatementPayloads::mMakeQRCodeFSCapital() {
             ++k;
             const QString name = QStringLiteral("CapitalData") + QString::number(page_) + QLatin1Char('_') +
                                  QString::number(k);
-            addHeaderLine(payload, name, verifyId_, count, 22, true);
+            mAddHeaderLine(payload, name, verifyId_, count, 22, true);
             trap.run([&] { render(name, payload); });
             payload.clear();
             count = 0;
@@ -237,7 +238,7 @@ void StatementPayloads::mMakeQRCodeFSNList() {
             ++k;
             const QString name =
                 QStringLiteral("NListData") + QString::number(page_) + QLatin1Char('_') + QString::number(k);
-            addHeaderLine(payload, name, verifyId_, count, 3, true);
+            mAddHeaderLine(payload, name, verifyId_, count, 3, true);
             render(name, payload);
             payload.clear();
             count = 0;
@@ -250,8 +251,8 @@ void StatementPayloads::mMakeQRCodeFSNList() {
             const long valueBytes = glngLen(value);
             if (glngLen(Variant(payload)) + valueBytes > kNoteBytesPerSymbol && count >= 1) close();
             ++count;
-            addDataLine(payload, count,
-                        {Variant(column), valueBytes > kNoteBytesPerSymbol ? Variant(kTooLongNote) : value});
+            mAddDataLine(payload, count,
+                         {Variant(column), valueBytes > kNoteBytesPerSymbol ? Variant(kTooLongNote) : value});
         }
         if (count >= 1) close();
         NListQRCodeCount = k;

@@ -111,26 +111,9 @@ void clsQRCode_200804::MakeFSData(long lngPage, std::int32_t lngFSDataCode) {
     mMakeQRCodeFSHeader();
 }
 
-QString clsQRCode_200804::mstrGetImageFile(const QString& strName) const {
-    return qr::imageFile(strName);
-}
-
 void clsQRCode_200804::mAddHeaderLine(QString& strData, const QString& strName, long lngCount,
                                       long lngColumns, bool blnInFront) const {
-    qr::addHeaderLine(strData, strName, mstrVerifyID, lngCount, lngColumns, blnInFront);
-}
-
-void clsQRCode_200804::mAddDataLine(QString& strData, long long lngNumber,
-                                    const QList<Variant>& varValues) const {
-    qr::addDataLine(strData, lngNumber, varValues);
-}
-
-QString clsQRCode_200804::mstrCleanValue(const Variant& varValue) const {
-    return qr::cleanValue(varValue);
-}
-
-Variant clsQRCode_200804::mvarCalcUnit(const Variant& varValue) const {
-    return qr::amountInThousands(varValue);
+    qr::mAddHeaderLine(strData, strName, mstrVerifyID, lngCount, lngColumns, blnInFront);
 }
 
 void clsQRCode_200804::mMakeQRCodeApplyHeader(long lngFSCount) {
@@ -138,14 +121,14 @@ void clsQRCode_200804::mMakeQRCodeApplyHeader(long lngFSCount) {
         const QString name = QStringLiteral("ApplyHeader");
         QString payload;
         mAddHeaderLine(payload, name, 7, 2, false);
-        mAddDataLine(payload, 1, {Variant(mstrVerifyID)});
-        mAddDataLine(payload, 2, {Variant(gstrAppVersion())});
-        mAddDataLine(payload, 3, {Variant::fromLong(static_cast<std::int32_t>(lngFSCount))});
-        mAddDataLine(payload, 4, {Variant(1)});
-        mAddDataLine(payload, 5, {Variant::fromLong(static_cast<std::int32_t>(mlngCourseNumber))});
-        mAddDataLine(payload, 6, {flagNumber(mblnProxy)});
-        mAddDataLine(payload, 7, {flagNumber(mblnSendResult)});
-        mfrmQRCode->MakeQRCode(mstrGetImageFile(name), payload);
+        qr::mAddDataLine(payload, 1, {Variant(mstrVerifyID)});
+        qr::mAddDataLine(payload, 2, {Variant(gstrAppVersion())});
+        qr::mAddDataLine(payload, 3, {Variant::fromLong(static_cast<std::int32_t>(lngFSCount))});
+        qr::mAddDataLine(payload, 4, {Variant(1)});
+        qr::mAddDataLine(payload, 5, {Variant::fromLong(static_cast<std::int32_t>(mlngCourseNumber))});
+        qr::mAddDataLine(payload, 6, {flagNumber(mblnProxy)});
+        qr::mAddDataLine(payload, 7, {flagNumber(mblnSendResult)});
+        mfrmQRCode->MakeQRCode(qr::mstrGetImageFile(name), payload);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mMakeQRCodeApplyHeader"), 1);
     }
@@ -168,11 +151,11 @@ void clsQRCode_200804::mMakeQRCodeAPData(std::int32_t lngAPDataCode) {
             ++number;
             trap.run([&] {
                 const Variant value = converted(rs[QString::fromLatin1(column.name)], column.conversion);
-                mAddDataLine(payload, number, {value});
+                qr::mAddDataLine(payload, number, {value});
             });
             if (trap.ended()) return;
         }
-        trap.run([&] { mfrmQRCode->MakeQRCode(mstrGetImageFile(name), payload); });
+        trap.run([&] { mfrmQRCode->MakeQRCode(qr::mstrGetImageFile(name), payload); });
     };
     build(QStringLiteral("ApplyDoc1"), kApplyDoc1Columns);
     if (!trap.ended()) build(QStringLiteral("ApplyDoc2"), kApplyDoc2Columns);
@@ -228,9 +211,9 @@ void clsQRCode_200804::mMakeQRCodeFSHeader() {
         [&] { return field("EnforceDatesub"); },
     };
     for (size_t i = 0; i < records.size() && !trap.ended(); ++i)
-        trap.run([&] { mAddDataLine(payload, static_cast<long long>(i + 1), {records[i]()}); });
+        trap.run([&] { qr::mAddDataLine(payload, static_cast<long long>(i + 1), {records[i]()}); });
     if (trap.ended()) return;
-    trap.run([&] { mfrmQRCode->MakeQRCode(mstrGetImageFile(name), payload); });
+    trap.run([&] { mfrmQRCode->MakeQRCode(qr::mstrGetImageFile(name), payload); });
 }
 
 }  // namespace kelvary

@@ -6,15 +6,12 @@
 
 #include "qr/frmQRCode.h"
 
-#include <QList>
 #include <QString>
 
 #include <cstdint>
 #include <memory>
 
 namespace kelvary {
-
-class Variant;
 
 class clsQRCode_200804 {
 public:
@@ -44,12 +41,10 @@ private:
     void mMakeQRCodeAPData(std::int32_t lngAPDataCode);
     void mMakeQRCodeFSHeader();
 
-    QString mstrGetImageFile(const QString& strName) const;
+    // The shared header builder with this generator's document ID; the
+    // other line, value and path builders are the shared ones of QrPayload.h.
     void mAddHeaderLine(QString& strData, const QString& strName, long lngCount, long lngColumns,
                         bool blnInFront) const;
-    void mAddDataLine(QString& strData, long long lngNumber, const QList<Variant>& varValues) const;
-    QString mstrCleanValue(const Variant& varValue) const;
-    Variant mvarCalcUnit(const Variant& varValue) const;
 
     std::unique_ptr<frmQRCode> mfrmQRCode;
     QString mstrVerifyID;

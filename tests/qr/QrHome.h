@@ -4,7 +4,9 @@
 // files the generators write, byte for byte.
 #pragma once
 
+#include "BuildInfo.h"
 #include "db/mdlFunctionDatabase.h"
+#include "platform/Cp932.h"
 #include "platform/AppObject.h"
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
@@ -95,6 +97,20 @@ private:
     RecordingUiGuard ui_;
     QString previousPath_;
 };
+
+// An expected payload of tests/data/qr as the generator must write it: LF
+// lines become CR LF, "{version}" the program's version, the text CP932.
+inline QByteArray expectedPayload(const QString& name) {
+    QFile in(testDataDir() + QStringLiteral("/qr/") + name + QStringLiteral(".txt"));
+    EXPECT_TRUE(in.open(QIODevice::ReadOnly)) << name.toStdString();
+    QString text = QString::fromUtf8(in.readAll());
+    text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+    text.replace(QStringLiteral("{version}"), QStringLiteral("%1. %2. %3")
+                                                  .arg(build::VersionMajor)
+                                                  .arg(build::VersionMinor)
+                                                  .arg(build::VersionPatch));
+    return cp932Encode(text);
+}
 
 // What zbar reads from an image: the symbol's bytes as they were encoded.
 inline QByteArray zbarDecode(const QString& imagePath) {

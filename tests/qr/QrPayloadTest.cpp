@@ -14,10 +14,10 @@ namespace {
 
 TEST(QrPayloadGrammar, TwoRecordSymbolOfASplitKind) {
     QString payload;
-    qr::addHeaderLine(payload, QStringLiteral("ZaimuData0_2"), QStringLiteral("1234567820081105143012"), 2, 2,
-                      false);
-    qr::addDataLine(payload, 101, {Variant(1500.0)});
-    qr::addDataLine(payload, 102, {Variant(-20)});
+    qr::mAddHeaderLine(payload, QStringLiteral("ZaimuData0_2"), QStringLiteral("1234567820081105143012"), 2,
+                       2, false);
+    qr::mAddDataLine(payload, 101, {Variant(1500.0)});
+    qr::mAddDataLine(payload, 102, {Variant(-20)});
     EXPECT_EQ(payload, QStringLiteral("\"[ZaimuData0_2]\",\"1234567820081105143012\",2,2\r\n"
                                       "101,\"1500\"\r\n"
                                       "102,\"-20\"\r\n"));
@@ -25,8 +25,8 @@ TEST(QrPayloadGrammar, TwoRecordSymbolOfASplitKind) {
 
 TEST(QrPayloadGrammar, HeaderInFrontOfRecordsCountedWhileWriting) {
     QString payload;
-    qr::addDataLine(payload, 1, {Variant(QString()), Variant(QStringLiteral("売上高")), Variant(7.0)});
-    qr::addHeaderLine(payload, QStringLiteral("KamokuData3_1"), QStringLiteral("ID"), 1, 4, true);
+    qr::mAddDataLine(payload, 1, {Variant(QString()), Variant(QStringLiteral("売上高")), Variant(7.0)});
+    qr::mAddHeaderLine(payload, QStringLiteral("KamokuData3_1"), QStringLiteral("ID"), 1, 4, true);
     EXPECT_EQ(payload, QStringLiteral("\"[KamokuData3_1]\",\"ID\",1,4\r\n1,\"\",\"売上高\",\"7\"\r\n"));
 }
 
@@ -37,51 +37,34 @@ TEST(QrPayloadGrammar, TheDocumentIdIsNotCleaned) {
 
 TEST(QrPayloadGrammar, RecordsCarryOneToFourValuesAndNoPlaceholders) {
     QString payload;
-    qr::addDataLine(payload, 5, {Variant(QString())});
-    qr::addDataLine(payload, -3, {Variant(1), Variant(2), Variant(3), Variant(4)});
-    qr::addDataLine(payload, 159, {Variant::null(), Variant(true)});
+    qr::mAddDataLine(payload, 5, {Variant(QString())});
+    qr::mAddDataLine(payload, -3, {Variant(1), Variant(2), Variant(3), Variant(4)});
+    qr::mAddDataLine(payload, 159, {Variant::null(), Variant(true)});
     EXPECT_EQ(payload, QStringLiteral("5,\"\"\r\n-3,\"1\",\"2\",\"3\",\"4\"\r\n159,\"\",\"True\"\r\n"));
-    EXPECT_THROW(qr::addDataLine(payload, 1, {}), VbError);
-    EXPECT_THROW(qr::addDataLine(payload, 1, {Variant(1), Variant(2), Variant(3), Variant(4), Variant(5)}),
+    EXPECT_THROW(qr::mAddDataLine(payload, 1, {}), VbError);
+    EXPECT_THROW(qr::mAddDataLine(payload, 1, {Variant(1), Variant(2), Variant(3), Variant(4), Variant(5)}),
                  VbError);
 }
 
 TEST(QrPayloadCleaning, AsciiSeparatorsAndLineBreaksAreReplaced) {
-    EXPECT_EQ(qr::cleanValue(Variant(QStringLiteral("A,B"))), QStringLiteral("A.B"));
-    EXPECT_EQ(qr::cleanValue(Variant(QStringLiteral("say \"hi\""))), QStringLiteral("say 'hi'"));
-    EXPECT_EQ(qr::cleanValue(Variant(QStringLiteral("line1\r\nline2"))), QStringLiteral("line1\tline2"));
-    EXPECT_EQ(qr::cleanValue(Variant(QStringLiteral("a\nb\r\n\nc"))), QStringLiteral("a\tb\t\tc"));
+    EXPECT_EQ(qr::mstrCleanValue(Variant(QStringLiteral("A,B"))), QStringLiteral("A.B"));
+    EXPECT_EQ(qr::mstrCleanValue(Variant(QStringLiteral("say \"hi\""))), QStringLiteral("say 'hi'"));
+    EXPECT_EQ(qr::mstrCleanValue(Variant(QStringLiteral("line1\r\nline2"))), QStringLiteral("line1\tline2"));
+    EXPECT_EQ(qr::mstrCleanValue(Variant(QStringLiteral("a\nb\r\n\nc"))), QStringLiteral("a\tb\t\tc"));
     // A lone CR stays; a CR before CR LF stays too.
-    EXPECT_EQ(qr::cleanValue(Variant(QStringLiteral("a\rb\r\r\nc"))), QStringLiteral("a\rb\r\tc"));
-    EXPECT_EQ(qr::cleanValue(Variant::null()), QString());
-    EXPECT_EQ(qr::cleanValue(Variant()), QString());
+    EXPECT_EQ(qr::mstrCleanValue(Variant(QStringLiteral("a\rb\r\r\nc"))), QStringLiteral("a\rb\r\tc"));
+    EXPECT_EQ(qr::mstrCleanValue(Variant::null()), QString());
+    EXPECT_EQ(qr::mstrCleanValue(Variant()), QString());
     // Full-width forms are not ASCII separators.
-    EXPECT_EQ(qr::cleanValue(Variant(QStringLiteral("ＡＢＣ，１＂"))), QStringLiteral("ＡＢＣ，１＂"));
-}
-
-TEST(QrPayloadCleaning, DefaultTextForms) {
-    EXPECT_EQ(qr::cleanValue(Variant(-1234.0)), QStringLiteral("-1234"));
-    EXPECT_EQ(qr::cleanValue(Variant(1234567890.0)), QStringLiteral("1234567890"));
-    EXPECT_EQ(qr::cleanValue(Variant(false)), QStringLiteral("False"));
-    EXPECT_EQ(qr::cleanValue(Variant(QDate(2008, 4, 1))), QStringLiteral("2008/04/01"));
-    EXPECT_EQ(qr::cleanValue(Variant(2.5)), QStringLiteral("2.5"));
-}
-
-TEST(QrPayloadAmounts, ThousandsTruncateTowardZero) {
-    EXPECT_EQ(qr::amountInThousands(Variant(1234567.0)).text(), QStringLiteral("1234"));
-    EXPECT_EQ(qr::amountInThousands(Variant(1999.0)).text(), QStringLiteral("1"));
-    EXPECT_EQ(qr::amountInThousands(Variant(-999.0)).text(), QStringLiteral("0"));
-    EXPECT_EQ(qr::amountInThousands(Variant(-1999.0)).text(), QStringLiteral("-1"));
-    EXPECT_EQ(qr::amountInThousands(Variant(-1000.0)).text(), QStringLiteral("-1"));
-    EXPECT_EQ(qr::amountInThousands(Variant(999.9)).text(), QStringLiteral("0"));
-    EXPECT_TRUE(qr::amountInThousands(Variant::null()).isNull());
+    EXPECT_EQ(qr::mstrCleanValue(Variant(QStringLiteral("ＡＢＣ，１＂"))), QStringLiteral("ＡＢＣ，１＂"));
 }
 
 TEST(QrPayloadFiles, ImageInTempOfTheProgramFolder) {
     const QString previous = app::path();
     const QTemporaryDir home;
     app::setPath(home.path());
-    EXPECT_EQ(qr::imageFile(QStringLiteral("ZaimuData0_1")), home.path() + QStringLiteral("/Temp/ZaimuData0_1.bmp"));
+    EXPECT_EQ(qr::mstrGetImageFile(QStringLiteral("ZaimuData0_1")),
+              home.path() + QStringLiteral("/Temp/ZaimuData0_1.bmp"));
     app::setPath(previous);
 }
 

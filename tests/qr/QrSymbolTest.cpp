@@ -102,32 +102,6 @@ TEST(QrSymbolLevels, KanjiModeMakesFullWidthTextSmaller) {
     EXPECT_EQ(symbol->version, 33);
 }
 
-TEST(QrSymbolSegments, KanjiRunsOnlyOnWholeCharacters) {
-    // あ 82 A0 x3, then 夋 FA 9F (byte mode) and 1 (31), then 漢 8A BF.
-    const auto segments = qr::splitSegments(hexBytes("82 a0 82 a0 82 a0 fa 9f 31 8a bf"), 1);
-    ASSERT_FALSE(segments.empty());
-    QByteArray joined;
-    for (const auto& segment : segments) {
-        joined += segment.bytes;
-        if (segment.kanji) {
-            ASSERT_EQ(segment.bytes.size() % 2, 0);
-            for (int i = 0; i < segment.bytes.size(); i += 2)
-                EXPECT_NE(segment.bytes.mid(i, 2), hexBytes("9f 31"));
-        }
-    }
-    EXPECT_EQ(joined, hexBytes("82 a0 82 a0 82 a0 fa 9f 31 8a bf"));
-    // A long Kanji stretch is worth its own segment.
-    QByteArray longRun = QByteArray("ab");
-    for (int i = 0; i < 30; ++i)
-        longRun += hexBytes("8a bf");
-    const auto split = qr::splitSegments(longRun, 1);
-    ASSERT_EQ(split.size(), 2u);
-    EXPECT_FALSE(split[0].kanji);
-    EXPECT_EQ(split[0].bytes, QByteArray("ab"));
-    EXPECT_TRUE(split[1].kanji);
-    EXPECT_EQ(split[1].bytes.size(), 60);
-}
-
 TEST(QrSymbolImage, OneBitBmpWithWholePixelModulesAndQuietZone) {
     QrHome home;
     frmQRCode renderer;

@@ -3,7 +3,6 @@
 // period header, compared with payloads written out by hand.
 #include "qr/clsQRCode_200804.h"
 
-#include "BuildInfo.h"
 #include "QrHome.h"
 #include "platform/Cp932.h"
 
@@ -84,19 +83,7 @@ TEST_F(PeriodPayloads, ItemsTakePartByCodeNameChangeOrAmount) {
     insertItem(8, 105, QStringLiteral("9000"));
     generate(0, 7);
     EXPECT_EQ(decoded(QStringLiteral("ZaimuData0_1")),
-              bytes(QStringLiteral("\"[ZaimuData0_1]\",\"ID1\",12,2\r\n"
-                                   "100,\"1234\"\r\n"
-                                   "101,\"-1\"\r\n"
-                                   "102,\"0\"\r\n"
-                                   "104,\"0\"\r\n"
-                                   "159,\"0\"\r\n"
-                                   "162,\"0\"\r\n"
-                                   "204,\"\"\r\n"
-                                   "207,\"0\"\r\n"
-                                   "208,\"0\"\r\n"
-                                   "300,\"7\"\r\n"
-                                   "300,\"5\"\r\n"
-                                   "9999,\"1\"\r\n")));
+              test::expectedPayload(QStringLiteral("ZaimuData_selection")));
     EXPECT_EQ(qr.FSQRCodeCount(), 1);
     EXPECT_FALSE(home.hasSymbol(QStringLiteral("ZaimuData0_2")));
 }
@@ -209,14 +196,9 @@ TEST_F(PeriodPayloads, EquityColumnsAndRowsInTheirOwnForm) {
               bytes(QStringLiteral(
                   "\"[CapitalHeader0]\",\"ID1\",2,3\r\n2,\"301\",\"資本金\"\r\n1,\"\",\"A.B\"\r\n")));
     EXPECT_EQ(qr.CapitalQRCodeCount(), 3);
+    EXPECT_EQ(decoded(QStringLiteral("CapitalData0_1")),
+              test::expectedPayload(QStringLiteral("CapitalData_first")));
     const QString empty18 = QStringLiteral(",\"\"").repeated(18);
-    QString first = QStringLiteral(
-        "\"[CapitalData0_1]\",\"ID1\",5,22\r\n"
-        "1,\"当期.'変動'\",0,2,\"1234\",\"\",\"0\",\"-1\",\"1\",\"2\",\"3\",\"4\",\"5\","
-        "\"-6\",\"7\",\"8\",\"9\",\"10\",\"11\",\"12\",\"13\",\"14\"\r\n");
-    for (int row = 2; row <= 5; ++row)
-        first += QStringLiteral("%1,\"r%1\",40%1,0").arg(row) + empty18 + QStringLiteral("\r\n");
-    EXPECT_EQ(decoded(QStringLiteral("CapitalData0_1")), bytes(first));
     QString second = QStringLiteral("\"[CapitalData0_2]\",\"ID1\",5,22\r\n");
     for (int row = 6; row <= 10; ++row)
         second += QStringLiteral("%1,\"r%1\",40%1,0").arg(row) + empty18 + QStringLiteral("\r\n");
@@ -320,19 +302,8 @@ TEST_F(PeriodPayloads, PeriodHeaderRecordsAndCounts) {
         insertItem(10, code, QStringLiteral("1000"));
     home.exec(QStringLiteral("INSERT INTO tmpFSNoteData (FSDataCode, Other) VALUES (10, 'n')"));
     generate(1, 10);
-    const QString version = QStringLiteral("%1. %2. %3")
-                                .arg(build::VersionMajor)
-                                .arg(build::VersionMinor)
-                                .arg(build::VersionPatch);
     EXPECT_EQ(decoded(QStringLiteral("ZaimuHeader1")),
-              bytes(QStringLiteral("\"[ZaimuHeader1]\",\"ID1\",26,2\r\n"
-                                   "1,\"2007/04/01\"\r\n2,\"2008/03/31\"\r\n3,\"1\"\r\n4,\"1\"\r\n5,\"1\"\r\n"
-                                   "6,\"2\"\r\n7,\"0\"\r\n8,\"False\"\r\n9,\"株式会社'テスト'\"\r\n10,\"") +
-                    version +
-                    QStringLiteral(
-                        "\"\r\n11,\"3\"\r\n12,\"3.1\"\r\n13,\"0\"\r\n14,\"\"\r\n15,\"0\"\r\n16,\"12\"\r\n"
-                        "17,\"0\"\r\n18,\"0\"\r\n19,\"True\"\r\n20,\"2010/04/01\"\r\n21,\"1\"\r\n"
-                        "22,\"1\"\r\n23,\"0\"\r\n24,\"-1\"\r\n25,\"2006/07/01\"\r\n26,\"201004\"\r\n")));
+              test::expectedPayload(QStringLiteral("ZaimuHeader_201004")));
 }
 
 TEST_F(PeriodPayloads, PeriodHeaderKeepsTheStoredDateForOtherEditionCodes) {

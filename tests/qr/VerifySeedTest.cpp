@@ -16,36 +16,31 @@ namespace {
 
 using test::QrHome;
 
-// The ID made with the given user ID must be that user part followed by a
-// time between the moments before and after the call.
-void expectSeed(const QString& userId, const QString& userPart) {
-    QrHome home;
-    gWriteIniData(QStringLiteral("UserID"), Variant(userId), QStringLiteral("UserInfo"));
-    const QString before = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss"));
-    const QString id = mMakeVerifySeed();
-    const QString after = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss"));
-    ASSERT_EQ(id.size(), userPart.size() + 14) << id.toStdString();
-    EXPECT_EQ(id.left(userPart.size()), userPart);
-    const QString time = id.mid(userPart.size());
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^[0-9]{14}$")).match(time).hasMatch());
-    EXPECT_GE(time, before);
-    EXPECT_LE(time, after);
-}
-
-TEST(DocumentId, UserPartPaddedToEightDigits) {
-    expectSeed(QStringLiteral("42"), QStringLiteral("00000042"));
-}
-
-TEST(DocumentId, LongerUserIdKeepsAllItsDigits) {
-    expectSeed(QStringLiteral("1234567890"), QStringLiteral("1234567890"));
-}
-
-TEST(DocumentId, EmptyUserIdLeavesTheTimeAlone) {
-    expectSeed(QString(), QString());
-}
-
-TEST(DocumentId, NonNumericUserIdIsTakenUnchanged) {
-    expectSeed(QStringLiteral("AB12"), QStringLiteral("AB12"));
+// Each user ID must give its user part followed by a time between the
+// moments before and after the call.
+TEST(DocumentId, UserPartThenStartTime) {
+    const struct {
+        const char* userId;
+        const char* userPart;
+    } cases[] = {{"42", "00000042"},            // padded to eight digits
+                 {"1234567890", "1234567890"},  // longer: every digit kept
+                 {"", ""},                      // none: the time alone
+                 {"AB12", "AB12"}};             // not a number: unchanged
+    for (const auto& c : cases) {
+        QrHome home;
+        gWriteIniData(QStringLiteral("UserID"), Variant(QString::fromLatin1(c.userId)),
+                      QStringLiteral("UserInfo"));
+        const QString userPart = QString::fromLatin1(c.userPart);
+        const QString before = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss"));
+        const QString id = mMakeVerifySeed();
+        const QString after = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss"));
+        EXPECT_EQ(id.left(userPart.size()), userPart) << c.userId;
+        const QString time = id.mid(userPart.size());
+        EXPECT_TRUE(QRegularExpression(QStringLiteral("^[0-9]{14}$")).match(time).hasMatch())
+            << id.toStdString();
+        EXPECT_GE(time, before);
+        EXPECT_LE(time, after);
+    }
 }
 
 TEST(DocumentId, EveryHeaderCarriesItUnchanged) {
