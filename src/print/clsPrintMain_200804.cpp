@@ -5,6 +5,7 @@
 #include "db/mdlFunctionDatabase.h"
 #include "platform/VbFormat.h"
 #include "print/PeriodImport.h"
+#include "print/frmPrintManager.h"
 #include "startup/RunOutcome.h"
 #include "startup/frmMDIForm.h"
 #include "startup/frmPrintMenu.h"
@@ -69,7 +70,7 @@ bool clsPrintMain_200804::mShowMenu(bool& preview, bool& printApplication, bool&
 void clsPrintMain_200804::mImportPeriods(const QString& periodQuery) {
     Recordset rs = gobjMakeRecordset(periodQuery);
     if (rs.isNothing()) return;
-    for (int i = 0; !rs.eof(); ++i, rs.moveNext()) {
+    for (int i = 0; !rs.eof() && !gblnQuitRequested(); ++i, rs.moveNext()) {
         gMsgForm(2, QStringLiteral("QRコード生成中(財務諸表[") + QString::number(i) + QStringLiteral("])"));
         const std::int32_t indexId = rs[QStringLiteral("IndexID")].toLong();
         const std::int32_t linkCode = rs[QStringLiteral("LinkCode")].toLong();
@@ -111,14 +112,14 @@ void clsPrintMain_200804::mPrint() {
     bool printStatements = false;
     bool problem = false;
     long lastPeriod = -1;
+    QString seed;
 
     if (isFullRunMode(mode)) {
         if (!mShowMenu(preview, printApplication, printStatements)) return;
         gSetHourglass(Variant(true));
         const Recordset periods = gobjMakeRecordset(kPeriodQuery);
         lastPeriod = periods.isNothing() ? -1 : periods.recordCount() - 1;
-        const QString seed = mMakeVerifySeed();
-        (void)seed;  // handed to the QR generators and the print manager
+        seed = mMakeVerifySeed();
         if (printStatements) {
             mlngIndexID = QList<std::int32_t>(lastPeriod + 1, 0);
             mlngLinkCode = QList<std::int32_t>(lastPeriod + 1, 0);
@@ -129,12 +130,25 @@ void clsPrintMain_200804::mPrint() {
         if (printStatements) mImportPeriods(kPeriodQuery);
         if (problem && !mAskToContinue(verb)) return;
     }
+    if (gblnQuitRequested()) return;
 
     gSetHourglass(Variant(true));
     gMsgForm(2, verb + QStringLiteral("処理中"));
+    frmPrintManager manager;
+    manager.Init();
+    manager.setVerifyID(seed);
+
     gSetHourglass(Variant(false));
-    if (!verb.isEmpty()) noteOutputProduced();
+    if (mode == QStringLiteral("1")) {
+        if (preview) manager.OpenPreview();
+        else manager.PrintNoPreview();
+    } else if (!verb.isEmpty()) {
+        manager.PrintNoPreview();
+    }
+    manager.EndPrint();
+    if (mode == QStringLiteral("3") || mode == QStringLiteral("4")) manager.gPdfClose();
     gMsgForm(1);
+    if (!verb.isEmpty() && !manager.IsCancel()) noteOutputProduced();
 }
 
 }  // namespace kelvary

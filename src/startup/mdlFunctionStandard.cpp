@@ -8,6 +8,7 @@
 #include "platform/ProfileFile.h"
 #include "platform/VbError.h"
 #include "startup/RunOutcome.h"
+#include "startup/mdlFunctionApplication.h"
 #include "startup/UserInterface.h"
 
 #include <QApplication>
@@ -81,6 +82,8 @@ void recordError(const QString& report, bool shownInTranscript) {
 bool gMsgbox(int kind, const QString& message, const QString& title) {
     try {
         if (kind < 0 || kind > 4) throw VbError::standard(vberr::InvalidProcedureCall);
+        // The user has closed the program: nothing more is asked.
+        if (gblnQuitRequested()) return false;
         const MsgboxKind& k = kMsgboxKinds[kind];
         MessageRequest request;
         request.kindLabel = QString::number(kind);
@@ -114,7 +117,7 @@ bool ShowErrMsg(const QString& place, int mode) {
     noteErrorReported();
     try {
         const QString text = errorReportText(place, mode, err.number, err.description, err.position);
-        const bool visible = errorBoxesVisible();
+        const bool visible = errorBoxesVisible() && !gblnQuitRequested();
         recordError(text, visible && userInterface().isBatch());
         if (!visible) return false;
         MessageRequest request;

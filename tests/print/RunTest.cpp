@@ -104,6 +104,18 @@ TEST_F(SampleRun, NothingChosenIsRefusedByTheMenuAndEndsWithoutOutput) {
     EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 ")));
 }
 
+TEST_F(SampleRun, ParentProgramsOneTextGivesTheFields) {
+    // The parent's text is lower-cased and split at "/", so it names the
+    // application file relative to the folder the program starts in.
+    const ProcessResult r = runKelvary({"--batch", "--home", home.path(), "--periods", "all", "--command-line",
+                                        " /APP.DAT/OUT.PDF/N/3 "},
+                                       60000, home.file("sample"));
+    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+    // Field 4 "3" is the send-file mode: the regular course is set and every period imported.
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"3"});
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpAPData"), QStringList{"1"});
+}
+
 TEST_F(SampleRun, SecondInstanceIsRefusedWithoutTouchingTheDatabase) {
     QLockFile running(home.file("kelvary.lock"));
     ASSERT_TRUE(running.tryLock(0));

@@ -19,8 +19,9 @@ QString appDir() { return QStringLiteral(KELVARY_TEST_APP_DIR); }
 QString templateDir() { return QStringLiteral(KELVARY_TEST_TEMPLATE_DIR); }
 QString testDataDir() { return QStringLiteral(KELVARY_TEST_DATA_DIR); }
 
-ProcessResult runKelvary(const QStringList& arguments, int timeoutMs) {
+ProcessResult runKelvary(const QStringList& arguments, int timeoutMs, const QString& workingDirectory) {
     QProcess process;
+    if (!workingDirectory.isEmpty()) process.setWorkingDirectory(workingDirectory);
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.remove(QStringLiteral("KELVARY_HOME"));
     process.setProcessEnvironment(env);

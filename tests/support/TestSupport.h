@@ -26,7 +26,8 @@ struct ProcessResult {
 
 // Runs the built kelvary with the given arguments; a fresh program folder may
 // be named with --home among them.
-ProcessResult runKelvary(const QStringList& arguments, int timeoutMs = 60000);
+ProcessResult runKelvary(const QStringList& arguments, int timeoutMs = 60000,
+                         const QString& workingDirectory = QString());
 
 // A scratch copy of the program folder, so a test may write settings and
 // databases without touching the build.
