@@ -8,6 +8,9 @@
 #include "platform/Cp932.h"
 
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -124,6 +127,38 @@ TEST(QrSymbolImage, OneBitBmpWithWholePixelModulesAndQuietZone) {
     EXPECT_EQ(loaded.pixel(15, 15), qRgb(255, 255, 255));
     for (int d = 0; d < 4; ++d)
         EXPECT_EQ(loaded.pixel(16 + d, 16 + d), qRgb(0, 0, 0));
+}
+
+// The pages fit each image into its slot frame, so the largest symbol
+// (version 40: 177 modules and the quiet zone) must still get 0.25 mm a
+// module in every QR slot of the shipped layouts.
+TEST(QrSymbolImage, EverySlotFrameHoldsTheLargestSymbolAtQuarterMillimetreModules) {
+    const double largestMillimetres = (177 + 2 * qr::kQuietZoneModules) * 0.25;
+    int slotFrames = 0;
+    for (const char* layout : {"FSQRCode.w30", "SubDoc_200804.w30"}) {
+        QFile file(QStringLiteral(KELVARY_SOURCE_DIR "/data/PrintFile/") + QString::fromLatin1(layout));
+        if (!file.open(QIODevice::ReadOnly)) continue;  // a layout not yet shipped
+        QList<QJsonValue> pending = {QJsonDocument::fromJson(file.readAll()).object()};
+        while (!pending.isEmpty()) {
+            const QJsonValue value = pending.takeLast();
+            if (value.isArray()) {
+                for (const QJsonValue& v : value.toArray())
+                    pending.append(v);
+            } else if (value.isObject()) {
+                const QJsonObject object = value.toObject();
+                if (object.value(QStringLiteral("name")).toString().startsWith(QStringLiteral("WrImage"))) {
+                    ++slotFrames;
+                    EXPECT_GE(std::min(object.value(QStringLiteral("w")).toDouble(),
+                                       object.value(QStringLiteral("h")).toDouble()),
+                              largestMillimetres)
+                        << layout << " " << object.value(QStringLiteral("name")).toString().toStdString();
+                }
+                for (const QJsonValue& v : object)
+                    pending.append(v);
+            }
+        }
+    }
+    EXPECT_GE(slotFrames, 12);
 }
 
 TEST(QrSymbolFailure, TooLargeIsReportedAndWritesNothing) {
