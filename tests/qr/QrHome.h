@@ -1,7 +1,8 @@
 // A scratch program folder for the QR tests: the connection of the run on its
 // SystemData.mdb, a Temp folder, a recording user interface, and helpers that
 // fill the working tables with the SQLite library directly and read back the
-// files the generators write, byte for byte.
+// files the generators write, byte for byte. Every symbol left in Temp at the
+// end of a test is decoded by zbar and compared with its payload copy.
 #pragma once
 
 #include "BuildInfo.h"
@@ -24,6 +25,19 @@
 
 namespace kelvary::test {
 
+// What zbar reads from an image: the symbol's bytes as they were encoded.
+inline QByteArray zbarDecode(const QString& imagePath) {
+    QProcess zbar;
+    zbar.start(QStringLiteral("zbarimg"),
+               {QStringLiteral("--raw"), QStringLiteral("-q"), QStringLiteral("-Sbinary"), imagePath});
+    if (!zbar.waitForFinished(60000)) {
+        zbar.kill();
+        zbar.waitForFinished();
+        return QByteArray("<zbarimg did not finish>");
+    }
+    return zbar.readAllStandardOutput();
+}
+
 class QrHome {
 public:
     QrHome() : previousPath_(app::path()) {
@@ -32,7 +46,13 @@ public:
         gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + database();
         gobjConnection = gobjOpenConnection();
     }
+    // Every symbol a test leaves behind must read back as its payload copy.
     ~QrHome() {
+        for (const QString& name : tempFiles()) {
+            if (!name.endsWith(QStringLiteral(".bmp"))) continue;
+            EXPECT_EQ(zbarDecode(temp(name)), read(temp(name + QStringLiteral(".Txt"))))
+                << name.toStdString();
+        }
         gobjConnection.reset();
         app::setPath(previousPath_);
     }
@@ -110,19 +130,6 @@ inline QByteArray expectedPayload(const QString& name) {
                                                   .arg(build::VersionMinor)
                                                   .arg(build::VersionPatch));
     return cp932Encode(text);
-}
-
-// What zbar reads from an image: the symbol's bytes as they were encoded.
-inline QByteArray zbarDecode(const QString& imagePath) {
-    QProcess zbar;
-    zbar.start(QStringLiteral("zbarimg"),
-               {QStringLiteral("--raw"), QStringLiteral("-q"), QStringLiteral("-Sbinary"), imagePath});
-    if (!zbar.waitForFinished(60000)) {
-        zbar.kill();
-        zbar.waitForFinished();
-        return QByteArray("<zbarimg did not finish>");
-    }
-    return zbar.readAllStandardOutput();
 }
 
 }  // namespace kelvary::test

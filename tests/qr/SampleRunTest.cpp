@@ -26,7 +26,7 @@ struct PeriodCounts {
     long equity = 0;
 };
 
-class SampleRun : public ::testing::Test {
+class QrSampleRun : public ::testing::Test {
 protected:
     void SetUp() override {
         const QString file = home.file(QStringLiteral("sample/app.dat"));
@@ -117,7 +117,7 @@ protected:
     std::int32_t apDataCode = 0;
 };
 
-TEST_F(SampleRun, AllPeriodsNewestFirstThenOnlyTheNewest) {
+TEST_F(QrSampleRun, AllPeriodsNewestFirstThenOnlyTheNewest) {
     // IndexIDs 1, 2, 3 are the periods 38, 39, 40; the newest prints first.
     const QList<PeriodCounts> counts = run({3, 2, 1});
     ASSERT_EQ(counts.size(), 3);

@@ -51,12 +51,6 @@ protected:
         qr.MakeFSData(page, fsDataCode);
         return qr;
     }
-    // The symbol's payload, checked against what zbar reads from its image.
-    QByteArray decoded(const QString& symbol) {
-        const QByteArray text = home.payload(symbol);
-        EXPECT_EQ(test::zbarDecode(home.temp(symbol + QStringLiteral(".bmp"))), text) << symbol.toStdString();
-        return text;
-    }
 
     QrHome home;
     clsQRCode_200804 qr;
@@ -82,7 +76,7 @@ TEST_F(PeriodPayloads, ItemsTakePartByCodeNameChangeOrAmount) {
     insertItem(7, 10001, QStringLiteral("0"), 1);
     insertItem(8, 105, QStringLiteral("9000"));
     generate(0, 7);
-    EXPECT_EQ(decoded(QStringLiteral("ZaimuData0_1")),
+    EXPECT_EQ(home.payload(QStringLiteral("ZaimuData0_1")),
               test::expectedPayload(QStringLiteral("ZaimuData_selection")));
     EXPECT_EQ(qr.FSQRCodeCount(), 1);
     EXPECT_FALSE(home.hasSymbol(QStringLiteral("ZaimuData0_2")));
@@ -106,7 +100,7 @@ TEST_P(ItemSplit, FortyRecordsASymbol) {
             QStringLiteral("\"[ZaimuData2_%1]\",\"ID1\",%2,2\r\n").arg(k).arg(last - first + 1);
         for (int code = first; code <= last; ++code)
             expected += QStringLiteral("%1,\"%1\"\r\n").arg(code);
-        EXPECT_EQ(decoded(QStringLiteral("ZaimuData2_%1").arg(k)), bytes(expected)) << k;
+        EXPECT_EQ(home.payload(QStringLiteral("ZaimuData2_%1").arg(k)), bytes(expected)) << k;
     }
     EXPECT_FALSE(home.hasSymbol(QStringLiteral("ZaimuData2_%1").arg(symbols + 1)));
 }
@@ -149,8 +143,8 @@ TEST_F(RenamedItems, SeventeenWithoutFilterMakeTwoSymbols) {
     QString first = QStringLiteral("\"[KamokuData1_1]\",\"ID1\",16,4\r\n");
     for (int code = 501; code <= 516; ++code)
         first += line(code);
-    EXPECT_EQ(decoded(QStringLiteral("KamokuData1_1")), bytes(first));
-    EXPECT_EQ(decoded(QStringLiteral("KamokuData1_2")),
+    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_1")), bytes(first));
+    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_2")),
               bytes(QStringLiteral("\"[KamokuData1_2]\",\"ID1\",1,4\r\n517,\"\",\"名517\",\"517\"\r\n")));
 }
 
@@ -161,7 +155,7 @@ TEST_F(RenamedItems, CorporationsHideItemsWithoutCorporateSortNumber) {
     QString expected = QStringLiteral("\"[KamokuData1_1]\",\"ID1\",16,4\r\n");
     for (int code = 501; code <= 516; ++code)
         expected += line(code);
-    EXPECT_EQ(decoded(QStringLiteral("KamokuData1_1")), bytes(expected));
+    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_1")), bytes(expected));
     EXPECT_FALSE(home.hasSymbol(QStringLiteral("KamokuData1_2")));
 }
 
@@ -172,7 +166,7 @@ TEST_F(RenamedItems, IndividualsHideItemsWithoutIndividualSortNumber) {
     QString expected = QStringLiteral("\"[KamokuData1_1]\",\"ID1\",16,4\r\n");
     for (int code = 501; code <= 517; ++code)
         if (code != 516) expected += line(code);
-    EXPECT_EQ(decoded(QStringLiteral("KamokuData1_1")), bytes(expected));
+    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_1")), bytes(expected));
 }
 
 TEST_F(PeriodPayloads, EquityColumnsAndRowsInTheirOwnForm) {
@@ -192,18 +186,18 @@ TEST_F(PeriodPayloads, EquityColumnsAndRowsInTheirOwnForm) {
                            "VALUES (5, %1, 'r%1', 40%1, NULL)")
                 .arg(row));
     generate(0, 5);
-    EXPECT_EQ(decoded(QStringLiteral("CapitalHeader0")),
+    EXPECT_EQ(home.payload(QStringLiteral("CapitalHeader0")),
               bytes(QStringLiteral(
                   "\"[CapitalHeader0]\",\"ID1\",2,3\r\n2,\"301\",\"資本金\"\r\n1,\"\",\"A.B\"\r\n")));
     EXPECT_EQ(qr.CapitalQRCodeCount(), 3);
-    EXPECT_EQ(decoded(QStringLiteral("CapitalData0_1")),
+    EXPECT_EQ(home.payload(QStringLiteral("CapitalData0_1")),
               test::expectedPayload(QStringLiteral("CapitalData_first")));
     const QString empty18 = QStringLiteral(",\"\"").repeated(18);
     QString second = QStringLiteral("\"[CapitalData0_2]\",\"ID1\",5,22\r\n");
     for (int row = 6; row <= 10; ++row)
         second += QStringLiteral("%1,\"r%1\",40%1,0").arg(row) + empty18 + QStringLiteral("\r\n");
-    EXPECT_EQ(decoded(QStringLiteral("CapitalData0_2")), bytes(second));
-    EXPECT_EQ(decoded(QStringLiteral("CapitalData0_3")),
+    EXPECT_EQ(home.payload(QStringLiteral("CapitalData0_2")), bytes(second));
+    EXPECT_EQ(home.payload(QStringLiteral("CapitalData0_3")),
               bytes(QStringLiteral("\"[CapitalData0_3]\",\"ID1\",1,22\r\n11,\"r11\",4011,0") + empty18 +
                     QStringLiteral("\r\n")));
 }
@@ -218,7 +212,8 @@ TEST_F(PeriodPayloads, EmptyPeriodStillHasBothHeaders) {
     EXPECT_EQ(home.tempFiles(),
               (QStringList{QStringLiteral("CapitalHeader3.bmp"), QStringLiteral("CapitalHeader3.bmp.Txt"),
                            QStringLiteral("ZaimuHeader3.bmp"), QStringLiteral("ZaimuHeader3.bmp.Txt")}));
-    EXPECT_EQ(decoded(QStringLiteral("CapitalHeader3")), QByteArray("\"[CapitalHeader3]\",\"ID1\",0,3\r\n"));
+    EXPECT_EQ(home.payload(QStringLiteral("CapitalHeader3")),
+              QByteArray("\"[CapitalHeader3]\",\"ID1\",0,3\r\n"));
     EXPECT_TRUE(home.ui().messages.isEmpty());
 }
 
@@ -243,14 +238,14 @@ TEST_F(NotePayloads, OverLongNotesAreReplacedAndTheMessageShownOnce) {
     generate(0, 9);
     // Each over-long value closes the symbol before it, as its length counts.
     EXPECT_EQ(qr.NListQRCodeCount(), 3);
-    EXPECT_EQ(decoded(QStringLiteral("NListData0_1")),
+    EXPECT_EQ(home.payload(QStringLiteral("NListData0_1")),
               bytes(QStringLiteral(
                   "\"[NListData0_1]\",\"ID1\",1,3\r\n1,\"AccountWayAssetsCriteria\",\"abc\"\r\n")));
     EXPECT_EQ(
-        decoded(QStringLiteral("NListData0_2")),
+        home.payload(QStringLiteral("NListData0_2")),
         bytes(QStringLiteral("\"[NListData0_2]\",\"ID1\",2,3\r\n1,\"AccountWayFixAssetsAccumulate\",\"") +
               tooLong + QStringLiteral("\"\r\n2,\"PLRealSales\",\"x.y\"\r\n")));
-    EXPECT_EQ(decoded(QStringLiteral("NListData0_3")),
+    EXPECT_EQ(home.payload(QStringLiteral("NListData0_3")),
               bytes(QStringLiteral("\"[NListData0_3]\",\"ID1\",1,3\r\n1,\"Other\",\"") + tooLong +
                     QStringLiteral("\"\r\n")));
     ASSERT_EQ(home.ui().messages.size(), 1);
@@ -270,12 +265,12 @@ TEST_F(NotePayloads, NotesAddingUpPastTheBoundStartANewSymbol) {
             .arg(quoted(fullWidth(200)), quoted(fullWidth(183) + QStringLiteral("a"))));
     generate(0, 9);
     EXPECT_EQ(qr.NListQRCodeCount(), 2);
-    EXPECT_EQ(decoded(QStringLiteral("NListData0_1")),
+    EXPECT_EQ(home.payload(QStringLiteral("NListData0_1")),
               bytes(QStringLiteral("\"[NListData0_1]\",\"ID1\",2,3\r\n1,\"AccountWayAssetsCriteria\",\"") +
                     fullWidth(200) + QStringLiteral("\"\r\n2,\"AccountWayFixAssetsAccumulate\",\"") +
                     fullWidth(183) + QStringLiteral("a\"\r\n")));
     EXPECT_EQ(
-        decoded(QStringLiteral("NListData0_2")),
+        home.payload(QStringLiteral("NListData0_2")),
         bytes(QStringLiteral("\"[NListData0_2]\",\"ID1\",1,3\r\n1,\"AccountWayConsumptionTax\",\"z\"\r\n")));
     EXPECT_TRUE(home.ui().messages.isEmpty());
 }
@@ -287,7 +282,7 @@ TEST_F(NotePayloads, TheLargestNoteThatFitsDecodes) {
     const QString note = QStringLiteral("漢").repeated(397) + QStringLiteral("ｱ㈱a\r\n");
     insertNotes(QStringLiteral("StockDividendAtEnd"), quoted(note));
     generate(0, 9);
-    EXPECT_EQ(decoded(QStringLiteral("NListData0_1")),
+    EXPECT_EQ(home.payload(QStringLiteral("NListData0_1")),
               bytes(QStringLiteral("\"[NListData0_1]\",\"ID1\",1,3\r\n1,\"StockDividendAtEnd\",\"") +
                     QStringLiteral("漢").repeated(397) + QStringLiteral("ｱ㈱a\t\"\r\n")));
     EXPECT_TRUE(home.ui().messages.isEmpty());
@@ -302,7 +297,7 @@ TEST_F(PeriodPayloads, PeriodHeaderRecordsAndCounts) {
         insertItem(10, code, QStringLiteral("1000"));
     home.exec(QStringLiteral("INSERT INTO tmpFSNoteData (FSDataCode, Other) VALUES (10, 'n')"));
     generate(1, 10);
-    EXPECT_EQ(decoded(QStringLiteral("ZaimuHeader1")),
+    EXPECT_EQ(home.payload(QStringLiteral("ZaimuHeader1")),
               test::expectedPayload(QStringLiteral("ZaimuHeader_201004")));
 }
 
@@ -310,7 +305,7 @@ TEST_F(PeriodPayloads, PeriodHeaderKeepsTheStoredDateForOtherEditionCodes) {
     insertPeriod(11, 2, QString());
     home.exec(QStringLiteral("UPDATE tmpFSInfoData SET EnforceDatesub='200604', NoteTrustDebt=1234567"));
     generate(0, 11);
-    const QByteArray text = decoded(QStringLiteral("ZaimuHeader0"));
+    const QByteArray text = home.payload(QStringLiteral("ZaimuHeader0"));
     EXPECT_TRUE(text.contains("\r\n20,\"2006/07/01\"\r\n")) << text.constData();
     EXPECT_TRUE(text.contains("\r\n24,\"1234\"\r\n25,\"2006/07/01\"\r\n26,\"200604\"\r\n"))
         << text.constData();
