@@ -5,6 +5,7 @@
 #include "qr/frmQRCode.h"
 
 #include "QrHome.h"
+#include "startup/RunOutcome.h"
 #include "platform/Cp932.h"
 
 #include <QImage>
@@ -163,9 +164,11 @@ TEST(QrSymbolImage, EverySlotFrameHoldsTheLargestSymbolAtQuarterMillimetreModule
 
 TEST(QrSymbolFailure, TooLargeIsReportedAndWritesNothing) {
     QrHome home;
+    resetRunOutcome();
     frmQRCode renderer;
     const QString image = home.temp(QStringLiteral("NListData0_1.bmp"));
     renderer.MakeQRCode(image, QString(3000, QLatin1Char('x')));
+    EXPECT_EQ(runExitStatus(), ExitError);
     EXPECT_FALSE(QFile::exists(image));
     EXPECT_FALSE(QFile::exists(image + QStringLiteral(".Txt")));
     ASSERT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mMakeQRCode")});
