@@ -7,8 +7,6 @@
 
 #include <qrencode.h>
 
-#include <array>
-#include <limits>
 #include <memory>
 
 namespace kelvary::qr {
@@ -54,12 +52,6 @@ std::vector<CharSpan> characters(const QByteArray& bytes) {
     return spans;
 }
 
-// Mode indicator plus character count, in bits, by version group.
-int segmentHeaderBits(bool kanji, int version) {
-    if (kanji) return 4 + (version <= 9 ? 8 : version <= 26 ? 10 : 12);
-    return 4 + (version <= 9 ? 8 : 16);
-}
-
 struct QrCodeDeleter {
     void operator()(QRcode* code) const { QRcode_free(code); }
 };
@@ -69,52 +61,14 @@ struct QrInputDeleter {
 using QrCodePtr = std::unique_ptr<QRcode, QrCodeDeleter>;
 using QrInputPtr = std::unique_ptr<QRinput, QrInputDeleter>;
 
-// Splits CP932 bytes into Kanji and byte-mode runs on whole characters,
-// choosing the cheaper mode for each stretch at the character-count widths
-// of the given version.
-std::vector<QrSegment> splitSegments(const QByteArray& cp932, int version) {
-    const std::vector<CharSpan> chars = characters(cp932);
-    const size_t n = chars.size();
-    if (n == 0) return {};
-    constexpr long kNone = std::numeric_limits<long>::max() / 4;
-    // cost[i][m]: fewest bits for the first i characters ending in mode m
-    // (0 byte, 1 Kanji); from[i][m]: the mode of character i-2's segment.
-    std::vector<std::array<long, 2>> cost(n + 1, {kNone, kNone});
-    std::vector<std::array<int, 2>> from(n + 1, {0, 0});
-    for (size_t i = 0; i < n; ++i) {
-        for (int m = 0; m < 2; ++m) {
-            if (m == 1 && !chars[i].kanji) continue;
-            const long bits = m == 1 ? 13 : 8L * chars[i].length;
-            const long header = segmentHeaderBits(m == 1, version);
-            long bestCost = kNone;
-            int bestFrom = m;
-            if (i == 0) {
-                bestCost = header + bits;
-            } else {
-                for (int p = 0; p < 2; ++p) {
-                    if (cost[i][p] >= kNone) continue;
-                    const long c = cost[i][p] + (p == m ? 0 : header) + bits;
-                    if (c < bestCost) {
-                        bestCost = c;
-                        bestFrom = p;
-                    }
-                }
-            }
-            cost[i + 1][m] = bestCost;
-            from[i + 1][m] = bestFrom;
-        }
-    }
-    std::vector<int> modes(n);
-    int m = cost[n][1] < cost[n][0] ? 1 : 0;
-    for (size_t i = n; i > 0; --i) {
-        modes[i - 1] = m;
-        m = from[i][m];
-    }
+// Splits CP932 bytes into runs on whole characters: every character whose
+// two bytes Kanji mode can hold goes into a Kanji run, everything else
+// (ASCII, half-width katakana, the IBM rows) into a byte-mode run.
+std::vector<QrSegment> splitSegments(const QByteArray& cp932) {
     std::vector<QrSegment> segments;
-    for (size_t i = 0; i < n; ++i) {
-        const bool kanji = modes[i] == 1;
-        if (segments.empty() || segments.back().kanji != kanji) segments.push_back({kanji, QByteArray()});
-        segments.back().bytes.append(cp932.mid(chars[i].start, chars[i].length));
+    for (const CharSpan& c : characters(cp932)) {
+        if (segments.empty() || segments.back().kanji != c.kanji) segments.push_back({c.kanji, QByteArray()});
+        segments.back().bytes.append(cp932.mid(c.start, c.length));
     }
     return segments;
 }
@@ -131,25 +85,15 @@ QrCodePtr encodeSegments(const std::vector<QrSegment>& segments, QRecLevel level
     return QrCodePtr(QRcode_encodeInput(input.get()));
 }
 
-// The smallest symbol of one level over the segmentations made for each
-// group of count widths.
-QrCodePtr smallestAtLevel(const QByteArray& cp932, QRecLevel level) {
-    QrCodePtr best;
-    for (const int groupVersion : {1, 10, 27}) {
-        QrCodePtr code = encodeSegments(splitSegments(cp932, groupVersion), level);
-        if (code && (!best || code->version < best->version)) best = std::move(code);
-    }
-    return best;
-}
-
 }  // namespace
 
 std::optional<QrSymbol> encodeSymbol(const QByteArray& cp932) {
+    const std::vector<QrSegment> segments = splitSegments(cp932);
     EcLevel level = EcLevel::M;
-    QrCodePtr code = smallestAtLevel(cp932, QR_ECLEVEL_M);
+    QrCodePtr code = encodeSegments(segments, QR_ECLEVEL_M);
     if (!code) {
         level = EcLevel::L;
-        code = smallestAtLevel(cp932, QR_ECLEVEL_L);
+        code = encodeSegments(segments, QR_ECLEVEL_L);
     }
     if (!code) return std::nullopt;
     QrSymbol symbol;
