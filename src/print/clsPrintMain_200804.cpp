@@ -2,9 +2,11 @@
 // made at their steps by the QR, check and print modules.
 #include "print/clsPrintMain_200804.h"
 
+#include "checks/ProblemReport.h"
 #include "db/mdlFunctionDatabase.h"
 #include "platform/VbFormat.h"
 #include "print/PeriodImport.h"
+#include "qr/clsQRCode_200804.h"
 #include "print/frmPrintManager.h"
 #include "startup/RunOutcome.h"
 #include "startup/frmMDIForm.h"
@@ -67,7 +69,19 @@ bool clsPrintMain_200804::mShowMenu(bool& preview, bool& printApplication, bool&
     return !cancelled;
 }
 
-void clsPrintMain_200804::mImportPeriods(const QString& periodQuery) {
+void clsPrintMain_200804::mMakeApplicationPayloads(const QString& seed, long lastPeriod) {
+    clsQRCode_200804 qr;
+    qr.setVerifyID(seed);
+    qr.setCourseNumber(mlngCourseNumber);
+    qr.setProxy(mblnProxy);
+    qr.setSendResult(mblnSendResult);
+    gMsgForm(2, QStringLiteral("QRコード生成中(ヘッダ)"));
+    qr.MakeHeader(lastPeriod);
+    gMsgForm(2, QStringLiteral("QRコード生成中(経営状況分析申請書)"));
+    qr.MakeAPData(mlngAPDataCode);
+}
+
+void clsPrintMain_200804::mImportPeriods(const QString& periodQuery, const QString& seed) {
     Recordset rs = gobjMakeRecordset(periodQuery);
     if (rs.isNothing()) return;
     for (int i = 0; !rs.eof() && !gblnQuitRequested(); ++i, rs.moveNext()) {
@@ -82,6 +96,14 @@ void clsPrintMain_200804::mImportPeriods(const QString& periodQuery) {
         mReplaceFixedAssets(indexId);
         mPref01Special(indexId);
         mCheckExcelConvData(indexId, rs[QStringLiteral("FYearNumber")].text());
+
+        clsQRCode_200804 qr;
+        qr.setVerifyID(seed);
+        qr.MakeFSData(i, indexId);
+        mlngFSQRCodeCount[i] = qr.FSQRCodeCount();
+        mlngKamokuQRCodeCount[i] = qr.KamokuQRCodeCount();
+        mlngNListQRCodeCount[i] = qr.NListQRCodeCount();
+        mlngCapitalQRCodeCount[i] = qr.CapitalQRCodeCount();
     }
 }
 
@@ -111,6 +133,7 @@ void clsPrintMain_200804::mPrint() {
     bool printApplication = false;
     bool printStatements = false;
     bool problem = false;
+    bool applicationProblem = false;
     long lastPeriod = -1;
     QString seed;
 
@@ -123,11 +146,22 @@ void clsPrintMain_200804::mPrint() {
         if (printStatements) {
             mlngIndexID = QList<std::int32_t>(lastPeriod + 1, 0);
             mlngLinkCode = QList<std::int32_t>(lastPeriod + 1, 0);
+            mlngFSQRCodeCount = QList<long>(lastPeriod + 1, 0);
+            mlngKamokuQRCodeCount = QList<long>(lastPeriod + 1, 0);
+            mlngNListQRCodeCount = QList<long>(lastPeriod + 1, 0);
+            mlngCapitalQRCodeCount = QList<long>(lastPeriod + 1, 0);
         }
         gMsgForm(2, verb + QStringLiteral("処理開始"));
         mClearTempFolder();
         gMsgForm(2, QStringLiteral("QRコード生成中"));
-        if (printStatements) mImportPeriods(kPeriodQuery);
+        if (printApplication) {
+            mMakeApplicationPayloads(seed, lastPeriod);
+            if (!mblnVaridateAPData(ApplicationEdition::Form200804, mlngAPDataCode, true, true, mstrReportText)) {
+                applicationProblem = true;
+                problem = true;
+            }
+        }
+        if (printStatements) mImportPeriods(kPeriodQuery, seed);
         if (problem && !mAskToContinue(verb)) return;
     }
     if (gblnQuitRequested()) return;

@@ -19,7 +19,8 @@ public:
 private:
     void mPrint();
     bool mShowMenu(bool& preview, bool& printApplication, bool& printStatements);
-    void mImportPeriods(const QString& periodQuery);
+    void mMakeApplicationPayloads(const QString& seed, long lastPeriod);
+    void mImportPeriods(const QString& periodQuery, const QString& seed);
     bool mAskToContinue(const QString& verb);
 
     std::int32_t mlngAPDataCode = 0;
@@ -31,8 +32,13 @@ private:
     std::int32_t mlngFSDataCode = 0;
     QString mstrReportText;
 
+    // Per chosen period, newest first: its keys and the symbol counts of its payloads.
     QList<std::int32_t> mlngIndexID;
     QList<std::int32_t> mlngLinkCode;
+    QList<long> mlngFSQRCodeCount;
+    QList<long> mlngKamokuQRCodeCount;
+    QList<long> mlngNListQRCodeCount;
+    QList<long> mlngCapitalQRCodeCount;
 };
 
 // The text of the current date and time and the user's ID that names every

@@ -30,7 +30,7 @@ TEST(ProblemRunTest, SampleShowsNoProblemReport) {
 
 // Runs once the current print driver calls the application report composer
 // at its application step.
-TEST(ProblemRunTest, DISABLED_ProblemApplicationShowsTheReportAndStopsOnNo) {
+TEST(ProblemRunTest, ProblemApplicationShowsTheReportAndStopsOnNo) {
     ScratchHome home;
     // Beside the sample's sibling database, which the file names as ".\".
     const QString application = home.file(QStringLiteral("sample/problem_app.dat"));

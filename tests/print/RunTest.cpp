@@ -4,7 +4,9 @@
 #include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
+#include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QLockFile>
 #include <QTextStream>
 #include <gtest/gtest.h>
@@ -102,6 +104,55 @@ TEST_F(SampleRun, NothingChosenIsRefusedByTheMenuAndEndsWithoutOutput) {
     const ProcessResult r = run({"--mode", "3", "--periods", "none", "--pdf", home.file("out.pdf"), sampleApp()});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 ")));
+}
+
+namespace {
+// The symbol names left in Temp, each image with its payload copy beside it.
+QStringList symbolsIn(const QString& temp) {
+    const QDir dir(temp);
+    QStringList symbols;
+    for (const QString& image : dir.entryList({QStringLiteral("*.bmp")}, QDir::Files, QDir::Name)) {
+        EXPECT_TRUE(dir.exists(image + QStringLiteral(".Txt"))) << image.toStdString();
+        symbols << image.chopped(4);
+    }
+    EXPECT_EQ(dir.entryList({QStringLiteral("*.Txt")}, QDir::Files).size(), symbols.size());
+    return symbols;
+}
+
+QByteArray decoded(const QString& image) {
+    QProcess zbar;
+    zbar.start(QStringLiteral("zbarimg"), {QStringLiteral("--raw"), QStringLiteral("-Sbinary"), QStringLiteral("-q"), image});
+    zbar.waitForFinished(30000);
+    return zbar.readAllStandardOutput();
+}
+
+QByteArray fileBytes(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+}  // namespace
+
+TEST_F(SampleRun, EverySymbolOfTheRunIsInTempAndReadsBackAsItsPayload) {
+    ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
+    const QStringList symbols = symbolsIn(home.file("Temp"));
+    for (const char* name : {"ApplyHeader", "ApplyDoc1", "ApplyDoc2"})
+        EXPECT_TRUE(symbols.contains(QString::fromLatin1(name))) << name;
+    for (int period = 0; period < 3; ++period) {
+        EXPECT_TRUE(symbols.contains(QStringLiteral("ZaimuHeader%1").arg(period)));
+        EXPECT_TRUE(symbols.contains(QStringLiteral("ZaimuData%1_1").arg(period)));
+    }
+    EXPECT_FALSE(symbols.contains(QStringLiteral("ZaimuHeader3")));
+    for (const QString& symbol : symbols) {
+        const QString image = home.file(QStringLiteral("Temp/") + symbol + QStringLiteral(".bmp"));
+        EXPECT_EQ(decoded(image), fileBytes(image + QStringLiteral(".Txt"))) << symbol.toStdString();
+    }
+
+    // A second run clears the first one's symbols before it writes its own.
+    ASSERT_EQ(run({"--mode", "3", "--periods", "1", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
+    const QStringList second = symbolsIn(home.file("Temp"));
+    EXPECT_TRUE(second.contains(QStringLiteral("ZaimuHeader0")));
+    EXPECT_FALSE(second.contains(QStringLiteral("ZaimuHeader1")));
+    EXPECT_FALSE(second.contains(QStringLiteral("ZaimuData2_1")));
 }
 
 TEST_F(SampleRun, ParentProgramsOneTextGivesTheFields) {
