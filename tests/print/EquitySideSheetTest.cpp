@@ -1,0 +1,170 @@
+// The equity side sheet: amounts in thousands with "△", the headings from the
+// statement's columns and reserve names, the indented change rows, and
+// statements of 0, 3, 15 and more rows.
+#include <sqlite3.h>
+
+#include <QRegularExpression>
+
+#include "PageBuilderHome.h"
+#include "print/EquitySideSheet.h"
+
+namespace kelvary {
+namespace {
+
+using test::pdfText;
+
+// A corporation's period 3 in the sibling database, with the columns and
+// reserve names that head the sheet.
+constexpr char kStatement[] =
+    "INSERT INTO T_FS (FSDataCode, MainDataCode, FYearNumber, FYearFrom, FYearTo, ApplyerName, Distinction, "
+    "CapitalSubFlag) VALUES (3, 1, 40, '2008-04-01', '2009-03-31', '株式会社ケルバリー建設', 1, 1);"
+    "INSERT INTO T_FSCapitalCol (FSDataCode, ColNo, ColName, ItemCode) VALUES (3, 6, '利益準備金列', 650),"
+    " (3, 8, '繰越利益剰余金', 690), (3, 9, '利益剰余金合計', 700), (3, 1, '資本金', 600), (4, 2, '他期', 690);"
+    "INSERT INTO M_FSItemDetail (ID, FSItemID, ItemDetailName) VALUES (234, 89, '任意積立金'),"
+    " (763, 89, '新築積立金'), (235, 90, '配当平均積立金'), (999, 89, '置き場のない積立金');"
+    "INSERT INTO T_FSItemDetail (FSDataCode, FSItemID, FSItemDetailID, DataText) VALUES (3, 89, 763, '圧縮積立金'),"
+    " (4, 90, 235, '他期の名前')";
+
+class EquitySideSheet : public test::PageBuilderHome {
+protected:
+    void SetUp() override {
+        PageBuilderHome::SetUp();
+        sibling(kStatement);
+    }
+
+    // Runs statements on the sibling database the links point at.
+    void sibling(const std::string& sql) {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(home.file(QStringLiteral("Ledra_dummy.mdb")).toUtf8().constData(), &db), SQLITE_OK);
+        char* message = nullptr;
+        EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &message), SQLITE_OK)
+            << (message ? message : "") << " in " << sql;
+        sqlite3_free(message);
+        sqlite3_close(db);
+    }
+
+    // Rows named 行1, 行2 … with 1,000 yen times their number as the total.
+    void rows(int count, int firstRowNo = 1) {
+        std::string sql;
+        for (int n = firstRowNo; n < firstRowNo + count; ++n)
+            sql += "INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName, BenefitTotal) VALUES (3, " +
+                   std::to_string(n) + ", '行" + std::to_string(n) + "', " + std::to_string(n * 1000) + ");";
+        sibling(sql);
+    }
+
+    QString printSheet() {
+        frmPrintManager& pm = manager(QStringLiteral("side.pdf"));
+        mPrintVariableTemp(pm, 3);
+        finishPdf();
+        return pdf(QStringLiteral("side.pdf"));
+    }
+};
+
+TEST(EquityAmounts, ThousandsTruncatedTowardZeroWithTriangleForNegatives) {
+    EXPECT_EQ(mstrEquityAmountText(1999), QStringLiteral("1"));
+    EXPECT_EQ(mstrEquityAmountText(-1999), QStringLiteral("△1"));
+    EXPECT_EQ(mstrEquityAmountText(999), QString());
+    EXPECT_EQ(mstrEquityAmountText(-999), QString());
+    EXPECT_EQ(mstrEquityAmountText(0), QString());
+    EXPECT_EQ(mstrEquityAmountText(1234567890.0), QStringLiteral("1,234,567"));
+    EXPECT_EQ(mstrEquityAmountText(-2500000), QStringLiteral("△2,500"));
+    EXPECT_EQ(mstrEquityAmountText(Variant::null()), QString());
+}
+
+TEST(EquityLabels, DistinctionNamesTheApplicant) {
+    EXPECT_EQ(mstrMakeDistinctionLabel(1), QStringLiteral("（会社名）"));
+    EXPECT_EQ(mstrMakeDistinctionLabel(2), QStringLiteral("（商号又は名称）"));
+    EXPECT_EQ(mstrMakeDistinctionLabel(0), QStringLiteral("（申請者名）"));
+    EXPECT_EQ(mstrMakeDistinctionLabel(Variant::null()), QStringLiteral("（申請者名）"));
+}
+
+TEST_F(EquitySideSheet, ThreeRowsMakeOneSheetWithHeaderHeadingsAndAmounts) {
+    sibling(
+        "INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName, BenefitReady, OtherReady1, OtherReady2, "
+        "SeparatelyFundSum, BenefitOtherCarryOver, BenefitTotal) VALUES "
+        "(3, 1, '前期末残高', 1999, -1999, 999, 12345678, -2500000, 0),"
+        "(3, 2, '当期末残高', 2000, 0, 0, 0, 0, 7000)");
+    rows(1, 3);
+    const QString file = printSheet();
+    EXPECT_EQ(test::qpdfCheck(file), 0);
+    EXPECT_EQ(test::pdfInfo(file, QStringLiteral("Pages")), QStringLiteral("1"));
+    // A4 on its side: 297 by 210 mm is about 842 by 595 points.
+    const QStringList size = test::pdfPageSize(file, 1).split(QLatin1Char(' '));
+    ASSERT_GE(size.size(), 3);
+    EXPECT_NEAR(size[0].toDouble(), 841.9, 1.0);
+    EXPECT_NEAR(size[2].toDouble(), 595.3, 1.0);
+    const QString text = pdfText(file, 1);
+    for (const char* expected : {"様式第十七号（第四条、第十条、第十九条の四関係）付表", "株主資本等変動計算書",
+                                 "（会社名）株式会社ケルバリー建設", "千円", "利益準備金", "任意積立金", "圧縮積立金",
+                                 "配当平均積立金", "別途積立金", "繰越利益剰余金", "利益剰余金合計", "前期末残高",
+                                 "当期末残高", "行3", "△1", "12,345", "△2,500", "[ID]0000012320260101120000"})
+        EXPECT_TRUE(test::holdsText(text, QString::fromUtf8(expected))) << expected;
+    // The statement's own name wins over the master's; other periods' and
+    // unplaced names stay off the sheet.
+    for (const char* absent : {"新築積立金", "置き場のない積立金", "他期", "利益準備金列", "資本金"})
+        EXPECT_FALSE(text.contains(QString::fromUtf8(absent))) << absent;
+    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
+}
+
+// Left edges of the words pdftotext finds on page 1.
+QMap<QString, double> wordLeftEdges(const QString& pdf) {
+    const test::ToolRun run = test::runTool(QStringLiteral("pdftotext"),
+                                            {QStringLiteral("-bbox"), QStringLiteral("-f"), QStringLiteral("1"),
+                                             QStringLiteral("-l"), QStringLiteral("1"), pdf, QStringLiteral("-")});
+    QMap<QString, double> edges;
+    static const QRegularExpression word(QStringLiteral("<word xMin=\"([0-9.]+)\"[^>]*>([^<]*)</word>"));
+    for (auto it = word.globalMatch(run.out); it.hasNext();) {
+        const auto m = it.next();
+        edges.insert(m.captured(2), m.captured(1).toDouble());
+    }
+    return edges;
+}
+
+TEST_F(EquitySideSheet, OnlyTheChangesBetweenHeadingAndTotalAreIndented) {
+    sibling(
+        "INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName) VALUES (3, 1, '前期末残高'), (3, 2, '当期変動額'),"
+        " (3, 3, '新株の発行'), (3, 4, '剰余金の配当'), (3, 5, '当期変動額合計'), (3, 6, '当期末残高')");
+    const QMap<QString, double> left = wordLeftEdges(printSheet());
+    for (const char* name : {"前期末残高", "当期変動額", "新株の発行", "剰余金の配当", "当期変動額合計", "当期末残高"})
+        ASSERT_TRUE(left.contains(QString::fromUtf8(name))) << name;
+    const double edge = left[QStringLiteral("前期末残高")];
+    EXPECT_DOUBLE_EQ(left[QStringLiteral("当期変動額")], edge);
+    EXPECT_GT(left[QStringLiteral("新株の発行")], edge + 3);
+    EXPECT_GT(left[QStringLiteral("剰余金の配当")], edge + 3);
+    EXPECT_DOUBLE_EQ(left[QStringLiteral("当期変動額合計")], edge);
+    EXPECT_DOUBLE_EQ(left[QStringLiteral("当期末残高")], edge);
+}
+
+TEST_F(EquitySideSheet, FifteenRowsEndOneSheet) {
+    rows(15);
+    frmPrintManager& pm = manager();
+    mPrintVariableTemp(pm, 3);
+    EXPECT_EQ(pm.collectedPageCount(), 1);
+    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
+}
+
+TEST_F(EquitySideSheet, NoRowsPrintNothing) {
+    frmPrintManager& pm = manager();
+    mPrintVariableTemp(pm, 3);
+    EXPECT_EQ(pm.collectedPageCount(), 0);
+    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
+}
+
+TEST_F(EquitySideSheet, MoreThanFifteenRowsGoOnOverASecondSheetWithTheSameHeader) {
+    rows(17);
+    const QString file = printSheet();
+    EXPECT_EQ(test::qpdfCheck(file), 0);
+    EXPECT_EQ(test::pdfInfo(file, QStringLiteral("Pages")), QStringLiteral("2"));
+    const QString first = pdfText(file, 1);
+    const QString second = pdfText(file, 2);
+    EXPECT_TRUE(first.contains(QStringLiteral("行15")));
+    EXPECT_FALSE(first.contains(QStringLiteral("行16")));
+    for (const char* expected : {"行16", "行17", "（会社名）株式会社ケルバリー建設", "株主資本等変動計算書",
+                                 "圧縮積立金", "利益剰余金合計", "17", "[ID]0000012320260101120000"})
+        EXPECT_TRUE(test::holdsText(second, QString::fromUtf8(expected))) << expected;
+    EXPECT_FALSE(second.contains(QStringLiteral("行15")));
+    EXPECT_FALSE(second.contains(QStringLiteral("行1 ")));
+}
+
+}  // namespace
+}  // namespace kelvary
