@@ -10,6 +10,7 @@ packages=(
   fonts-ipafont-gothic
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   zbar-tools poppler-utils qpdf
+  time
 )
 
 missing=()

@@ -1,0 +1,135 @@
+#!/usr/bin/env bash
+# Whole-run benchmark: runs the built kelvary as a parent program would
+# (batch, output mode 3, every period to one PDF) on the sample application,
+# on a large generated one and on one with twice its items, several times
+# each, and prints the median and spread (min-max) of wall time and peak
+# memory as /usr/bin/time -v reports them. It also times --version and a
+# start-up run that stops at the print menu with nothing chosen, so the part
+# of a run that is not start-up can be compared between the two sizes.
+#
+#   bench/run-bench.sh [-n RUNS] BUILD_FOLDER
+#
+# BUILD_FOLDER is a configured and built tree (an optimised build gives the
+# figures that matter). Generated applications and scratch program folders
+# go to BUILD_FOLDER/bench-runs; nothing is written into the source tree.
+set -euo pipefail
+
+runs=7
+while getopts "n:h" option; do
+  case $option in
+    n) runs=$OPTARG ;;
+    *) sed -n '2,15p' "$0"; exit 2 ;;
+  esac
+done
+shift $((OPTIND - 1))
+[ $# -eq 1 ] || { sed -n '2,15p' "$0"; exit 2; }
+
+build=$(cd "$1" && pwd)
+here=$(cd "$(dirname "$0")" && pwd)
+exe=$build/app/kelvary
+template=$build/app-template
+work=$build/bench-runs
+[ -x "$exe" ] || { echo "no program at $exe: build first" >&2; exit 2; }
+[ -d "$template" ] || { echo "no program folder template at $template" >&2; exit 2; }
+[ -x /usr/bin/time ] || { echo "/usr/bin/time is missing: run scripts/install-deps.sh" >&2; exit 2; }
+
+mkdir -p "$work"
+# The generated applications are remade when the generator changes.
+make_application() {  # folder items renamed
+  local folder=$work/$1
+  if [ ! -f "$folder/Ledra.mdb" ] || [ "$here/make_large_application.py" -nt "$folder/Ledra.mdb" ]; then
+    python3 "$here/make_large_application.py" "$folder" --items "$2" --renamed "$3" >/dev/null
+  fi
+}
+make_application large 600 17
+make_application large-x2 1200 34
+
+# A fresh program folder per case, as an installation has it.
+fresh_home() {
+  local home=$work/home-$1
+  rm -rf "$home"
+  cp -r "$template" "$home"
+  mkdir -p "$home/Temp"
+  echo "$home"
+}
+
+# measure NAME EXPECTED_STATUS ARGS...: RUNS runs; one line "name wall... | rss..." per case.
+declare -A wall_list rss_list
+measure() {
+  local name=$1 expected=$2
+  shift 2
+  local walls=() rsses=() report=$work/time-$name.txt
+  for ((i = 0; i < runs; i++)); do
+    local status=0
+    /usr/bin/time -v -o "$report" "$@" >"$work/out-$name.txt" 2>"$work/err-$name.txt" || status=$?
+    if [ "$status" -ne "$expected" ]; then
+      echo "$name: exit status $status, expected $expected; its standard error:" >&2
+      sed -n '1,40p' "$work/err-$name.txt" >&2
+      exit 1
+    fi
+    # "Elapsed (wall clock) time (h:mm:ss or m:ss): 0:00.45" -> seconds
+    walls+=("$(awk -F': ' '/Elapsed \(wall clock\)/ {
+        n = split($2, p, ":"); s = 0; for (k = 1; k <= n; k++) s = s * 60 + p[k]; print s }' "$report")")
+    rsses+=("$(awk -F': ' '/Maximum resident set size/ { printf "%.1f", $2 / 1024 }' "$report")")
+  done
+  wall_list[$name]="${walls[*]}"
+  rss_list[$name]="${rsses[*]}"
+}
+
+# median and spread of a list of numbers: "median min max"
+stats() {
+  tr ' ' '\n' <<<"$1" | sort -g | awk '{ v[NR] = $1 }
+    END { m = (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2
+          printf "%.3f %.3f %.3f", m, v[1], v[NR] }'
+}
+
+pdf_pages() {
+  if command -v pdfinfo >/dev/null && [ -f "$1" ]; then
+    pdfinfo "$1" 2>/dev/null | awk '/^Pages:/ { print $2 }'
+  else
+    echo "-"
+  fi
+}
+
+run_case() {  # name application-folder
+  local name=$1 application=$2 home
+  home=$(fresh_home "$name")
+  measure "$name" 0 "$exe" --home "$home" --batch --mode 3 --periods all \
+    --pdf "$work/$name.pdf" "$application/app.dat"
+}
+
+startup_case() {  # name application-folder: stops at the menu with nothing marked
+  local name=$1 application=$2 home
+  home=$(fresh_home "$name")
+  measure "$name" 1 "$exe" --home "$home" --batch --mode 3 --periods none \
+    --no-application --no-statements --pdf "$work/$name.pdf" "$application/app.dat"
+}
+
+measure version 0 "$exe" --version
+sample_home=$(fresh_home sample-data)
+run_case sample "$sample_home/sample"
+startup_case start-large "$work/large"
+run_case large "$work/large"
+startup_case start-large-x2 "$work/large-x2"
+run_case large-x2 "$work/large-x2"
+
+echo "kelvary whole-run benchmark: $runs runs per case; median [min-max]"
+printf '%-16s %24s %26s %6s\n' case "wall time (s)" "peak memory (MB)" pages
+for name in version sample start-large large start-large-x2 large-x2; do
+  read -r wm wlo whi <<<"$(stats "${wall_list[$name]}")"
+  read -r rm rlo rhi <<<"$(stats "${rss_list[$name]}")"
+  pages=-
+  [ "$name" = version ] || pages=$(pdf_pages "$work/$name.pdf")
+  printf '%-16s %8.3f [%6.3f-%6.3f] %9.1f [%6.1f-%6.1f] %6s\n' \
+    "$name" "$wm" "$wlo" "$whi" "$rm" "$rlo" "$rhi" "$pages"
+done
+
+# Growth of the part of the run after start-up when the items double.
+read -r large_wall _ <<<"$(stats "${wall_list[large]}")"
+read -r x2_wall _ <<<"$(stats "${wall_list[large-x2]}")"
+read -r start_wall _ <<<"$(stats "${wall_list[start-large]}")"
+read -r start_x2_wall _ <<<"$(stats "${wall_list[start-large-x2]}")"
+awk -v a="$large_wall" -v b="$x2_wall" -v sa="$start_wall" -v sb="$start_x2_wall" 'BEGIN {
+  da = a - sa; db = b - sb
+  if (da > 0) printf "twice the items: %.3f s after start-up against %.3f s, %.2f times\n", db, da, db / da
+  else printf "twice the items: the large run takes no longer than its start-up\n" }'
