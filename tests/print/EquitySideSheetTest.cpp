@@ -181,7 +181,7 @@ protected:
 // The line of the page's laid-out text that starts with the row name.
 QString rowLine(const QString& text, const QString& rowName) {
     for (const QString& line : text.split(QLatin1Char('\n')))
-        if (line.trimmed().startsWith(rowName + QLatin1Char(' '))) return line;
+        if (line.trimmed() == rowName || line.trimmed().startsWith(rowName + QLatin1Char(' '))) return line;
     return QString();
 }
 
