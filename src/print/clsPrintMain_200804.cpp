@@ -5,7 +5,10 @@
 #include "checks/ProblemReport.h"
 #include "db/mdlFunctionDatabase.h"
 #include "platform/VbFormat.h"
+#include "print/ApplicationFormPages.h"
+#include "print/EquitySideSheet.h"
 #include "print/PeriodImport.h"
+#include "print/SupplementPages.h"
 #include "qr/clsQRCode_200804.h"
 #include "print/frmPrintManager.h"
 #include "startup/RunOutcome.h"
@@ -100,10 +103,8 @@ void clsPrintMain_200804::mImportPeriods(const QString& periodQuery, const QStri
         clsQRCode_200804 qr;
         qr.setVerifyID(seed);
         qr.MakeFSData(i, indexId);
-        mlngFSQRCodeCount[i] = qr.FSQRCodeCount();
-        mlngKamokuQRCodeCount[i] = qr.KamokuQRCodeCount();
-        mlngNListQRCodeCount[i] = qr.NListQRCodeCount();
-        mlngCapitalQRCodeCount[i] = qr.CapitalQRCodeCount();
+        mSymbolCounts[i] = PeriodSymbolCounts{qr.FSQRCodeCount(), qr.KamokuQRCodeCount(), qr.NListQRCodeCount(),
+                                              qr.CapitalQRCodeCount()};
     }
 }
 
@@ -122,6 +123,35 @@ bool clsPrintMain_200804::mAskToContinue(const QString& verb) {
                 QStringLiteral("求められる場合がありますので充分にご注意ください"),
             QStringLiteral("警告"));
     return true;
+}
+
+void clsPrintMain_200804::mPrintPages(frmPrintManager& manager, const QString& mode, const QString& verb,
+                                      bool printApplication, bool printStatements, bool applicationProblem) {
+    if (mode == QStringLiteral("2")) {
+        gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請書)"));
+        mPdfPrintAP(manager, mlngAPDataCode, applicationProblem);
+        return;
+    }
+    if (!isFullRunMode(mode)) return;
+    if (printApplication) {
+        gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請に関する補足書類)"));
+        mPrintSubDoc(manager, mlngAPDataCode, SupplementChoices{mlngCourseNumber, mblnSendResult}, applicationProblem);
+        gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請書)"));
+        mPrintAP(manager, mlngAPDataCode, mblnProxy, applicationProblem);
+    }
+    if (!printStatements) return;
+    for (int i = 0; i < mlngIndexID.size() && !gblnQuitRequested(); ++i) {
+        gMsgForm(2, verb + QStringLiteral("処理中(財務諸表[") + QString::number(i) + QStringLiteral("])"));
+        // Periods are never marked here: only the earlier driver checks statements.
+        mPrintFS(manager, i, mlngIndexID[i], mSymbolCounts[i], false);
+        mlngFSDataCode = mlngLinkCode[i];
+        const Variant hasEquity = gvarGetData(QStringLiteral("CapitalSubFlag"), QStringLiteral("T_FS"),
+                                              QStringLiteral("FSDataCode=") + QString::number(mlngFSDataCode),
+                                              Variant(QString()));
+        if (hasEquity.type() != VarType::Boolean || !hasEquity.toBool()) continue;
+        const Recordset docs = gobjMakeRecordset(QStringLiteral("Select * From M_FSDoc Order By SortNumber,DocCode"));
+        if (!docs.isNothing() && !docs.eof()) mPrintVariableTemp(manager, mlngFSDataCode);
+    }
 }
 
 void clsPrintMain_200804::mPrint() {
@@ -146,10 +176,7 @@ void clsPrintMain_200804::mPrint() {
         if (printStatements) {
             mlngIndexID = QList<std::int32_t>(lastPeriod + 1, 0);
             mlngLinkCode = QList<std::int32_t>(lastPeriod + 1, 0);
-            mlngFSQRCodeCount = QList<long>(lastPeriod + 1, 0);
-            mlngKamokuQRCodeCount = QList<long>(lastPeriod + 1, 0);
-            mlngNListQRCodeCount = QList<long>(lastPeriod + 1, 0);
-            mlngCapitalQRCodeCount = QList<long>(lastPeriod + 1, 0);
+            mSymbolCounts = QList<PeriodSymbolCounts>(lastPeriod + 1);
         }
         gMsgForm(2, verb + QStringLiteral("処理開始"));
         mClearTempFolder();
@@ -171,6 +198,7 @@ void clsPrintMain_200804::mPrint() {
     frmPrintManager manager;
     manager.Init();
     manager.setVerifyID(seed);
+    mPrintPages(manager, mode, verb, printApplication, printStatements, applicationProblem);
 
     gSetHourglass(Variant(false));
     if (mode == QStringLiteral("1")) {

@@ -3,12 +3,16 @@
 // periods, checks, QR payloads and printing — and returns when it is over.
 #pragma once
 
+#include "print/QrPages.h"
+
 #include <QList>
 #include <QString>
 
 #include <cstdint>
 
 namespace kelvary {
+
+class frmPrintManager;
 
 class clsPrintMain_200804 {
 public:
@@ -22,6 +26,8 @@ private:
     void mMakeApplicationPayloads(const QString& seed, long lastPeriod);
     void mImportPeriods(const QString& periodQuery, const QString& seed);
     bool mAskToContinue(const QString& verb);
+    void mPrintPages(frmPrintManager& manager, const QString& mode, const QString& verb, bool printApplication,
+                     bool printStatements, bool applicationProblem);
 
     std::int32_t mlngAPDataCode = 0;
     std::int32_t mlngMainDataCode = 0;
@@ -35,10 +41,7 @@ private:
     // Per chosen period, newest first: its keys and the symbol counts of its payloads.
     QList<std::int32_t> mlngIndexID;
     QList<std::int32_t> mlngLinkCode;
-    QList<long> mlngFSQRCodeCount;
-    QList<long> mlngKamokuQRCodeCount;
-    QList<long> mlngNListQRCodeCount;
-    QList<long> mlngCapitalQRCodeCount;
+    QList<PeriodSymbolCounts> mSymbolCounts;
 };
 
 // The text of the current date and time and the user's ID that names every
