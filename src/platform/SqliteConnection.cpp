@@ -92,7 +92,14 @@ void SqliteConnection::requireDatabaseFile(const QString& path) {
 SqliteConnection::SqliteConnection(const QString& path) {
     requireDatabaseFile(path);
     path_ = QFileInfo(path).absoluteFilePath();
-    const int opened = sqlite3_open_v2(path_.toUtf8().constData(), &db_,
+    // The working database belongs to this one run (the instance lock keeps
+    // a second one out of the program folder), so its file locks guard
+    // nothing; taking and dropping them around every statement cost a run
+    // several system calls per statement. Without them SQLite still rereads
+    // the file's change counter before each statement, so a change made
+    // through another connection between two statements is seen.
+    const QString uri = QUrl::fromLocalFile(path_).toString(QUrl::FullyEncoded) + QStringLiteral("?nolock=1");
+    const int opened = sqlite3_open_v2(uri.toUtf8().constData(), &db_,
                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr);
     if (opened != SQLITE_OK) {
         const QString message = db_ ? QString::fromUtf8(sqlite3_errmsg(db_))

@@ -7,6 +7,7 @@
 
 #include <qrencode.h>
 
+#include <cstring>
 #include <memory>
 
 namespace kelvary::qr {
@@ -112,15 +113,20 @@ QImage symbolImage(const QrSymbol& symbol) {
     // Index 0 white, 1 black, so that the BMP palette reads naturally.
     image.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
     image.fill(0);
+    // Every symbol of a run passes through here: one pixel row per module row
+    // is set bit by bit (Format_Mono keeps the leftmost pixel in the high
+    // bit) and copied to the module's other rows, instead of setPixel calls.
+    const auto rowBytes = static_cast<size_t>(image.bytesPerLine());
     for (int y = 0; y < symbol.width; ++y) {
+        const int py = (y + kQuietZoneModules) * kPixelsPerModule;
+        uchar* row = image.scanLine(py);
         for (int x = 0; x < symbol.width; ++x) {
             if (!symbol.isDark(x, y)) continue;
             const int px = (x + kQuietZoneModules) * kPixelsPerModule;
-            const int py = (y + kQuietZoneModules) * kPixelsPerModule;
-            for (int dy = 0; dy < kPixelsPerModule; ++dy)
-                for (int dx = 0; dx < kPixelsPerModule; ++dx)
-                    image.setPixel(px + dx, py + dy, 1);
+            for (int dx = 0; dx < kPixelsPerModule; ++dx)
+                row[(px + dx) >> 3] |= static_cast<uchar>(0x80U >> ((px + dx) & 7));
         }
+        for (int dy = 1; dy < kPixelsPerModule; ++dy) std::memcpy(image.scanLine(py + dy), row, rowBytes);
     }
     const int dotsPerMetre = static_cast<int>(kPixelsPerModule * 1000.0 / kModuleMillimetres + 0.5);
     image.setDotsPerMeterX(dotsPerMetre);

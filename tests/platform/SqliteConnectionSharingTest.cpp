@@ -1,0 +1,62 @@
+// The working database is opened without file locks (it belongs to one run).
+// What must hold all the same: statements of another connection in between
+// are seen by the next statement, what the connection writes is in the file
+// for others at once, and the file is found whatever characters its path
+// holds, although it is opened through a URI.
+#include "platform/SqliteConnection.h"
+
+#include "platform/TestDatabase.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace kelvary {
+namespace {
+
+using test::makeDatabase;
+using test::storedValue;
+
+TEST(SqliteConnectionSharing, WritesOfAnotherConnectionBetweenStatementsAreSeen) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("SystemData.mdb"));
+    makeDatabase(path, "CREATE TABLE tblWork (ID INTEGER, Name TEXT); INSERT INTO tblWork VALUES (1, 'a');");
+
+    SqliteConnection connection(path);
+    EXPECT_EQ(connection.query(QStringLiteral("SELECT Count(*) FROM tblWork")).value(0).toLong(), 1);
+
+    // Another writer between two statements: the cached pages must not win.
+    makeDatabase(path, "INSERT INTO tblWork VALUES (2, 'b'); UPDATE tblWork SET Name = 'z' WHERE ID = 1;");
+    EXPECT_EQ(connection.query(QStringLiteral("SELECT Count(*) FROM tblWork")).value(0).toLong(), 2);
+    EXPECT_EQ(connection.query(QStringLiteral("SELECT Name FROM tblWork WHERE ID = 1")).value(0).text(),
+              QStringLiteral("z"));
+
+    // And the other way round: each statement is in the file when it returns.
+    EXPECT_EQ(connection.execute(QStringLiteral("DELETE FROM tblWork WHERE ID = 2")), 1);
+    EXPECT_EQ(storedValue(path, "SELECT Count(*) FROM tblWork"), QStringLiteral("integer:1"));
+    makeDatabase(path, "INSERT INTO tblWork VALUES (3, 'c');");
+    EXPECT_EQ(connection.query(QStringLiteral("SELECT Max(ID) FROM tblWork")).value(0).toLong(), 3);
+}
+
+TEST(SqliteConnectionSharing, PathsWithUriCharactersOpenTheFileItself) {
+    QTemporaryDir dir;
+    // Characters a URI gives a meaning of its own, and a Japanese folder name.
+    const QString folder = dir.filePath(QStringLiteral("申請 #1 ?a=b&c %20"));
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const QString path = folder + QStringLiteral("/SystemData.mdb");
+    makeDatabase(path, "CREATE TABLE tblWork (ID INTEGER);");
+
+    {
+        SqliteConnection connection(path);
+        EXPECT_EQ(connection.execute(QStringLiteral("INSERT INTO tblWork VALUES (7)")), 1);
+    }
+    EXPECT_EQ(storedValue(path, "SELECT ID FROM tblWork"), QStringLiteral("integer:7"));
+    // Nothing was created beside it under a mangled name.
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList{QStringLiteral("SystemData.mdb")});
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList{QStringLiteral("申請 #1 ?a=b&c %20")});
+}
+
+}  // namespace
+}  // namespace kelvary
