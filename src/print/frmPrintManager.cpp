@@ -34,8 +34,15 @@ bool frmPrintManager::mPdfMode() const {
 }
 
 void frmPrintManager::Init() {
+    QString fields[4];
+    gCommandGet(fields[0], fields[1], fields[2], fields[3]);
+    Init(fields[3]);
+}
+
+void frmPrintManager::Init(const QString& outputMode) {
     try {
         gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
+        mstrCommand[3] = outputMode;
         mPages.clear();
         mPdf.reset();
         if (mPdfMode()) {

@@ -28,6 +28,9 @@ public:
     frmPrintManager& operator=(const frmPrintManager&) = delete;
 
     void Init();
+    // As Init, with the output mode the driver decided (the earlier edition
+    // always prints, whatever the command line says).
+    void Init(const QString& outputMode);
     void setVerifyID(const QString& seed) { mstrVerifyID = seed; }
 
     void SetPrintFile(const QString& layoutName);

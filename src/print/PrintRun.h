@@ -1,0 +1,68 @@
+// The print run both drivers share: menu, document ID, Temp clean-up, the
+// application's payloads and check, the import, payloads (and for earlier
+// editions the check) of every chosen period, the problem question, and the
+// printing stage. The two editions differ only in the hooks below.
+#pragma once
+
+#include "print/QrPages.h"
+
+#include <QList>
+#include <QString>
+
+#include <cstdint>
+
+namespace kelvary {
+
+class frmPrintManager;
+
+class PrintRun {
+public:
+    virtual ~PrintRun() = default;
+    void setAPDataCode(std::int32_t code) { mlngAPDataCode = code; }
+    void setMainDataCode(std::int32_t code) { mlngMainDataCode = code; }
+    void PrintDocument();
+
+protected:
+    // The output mode of the run ("1" print or preview, "2"-"4" PDF).
+    virtual QString mOutputMode() = 0;
+    virtual void mMakeApplicationPayloads(const QString& seed, long lastPeriod) = 0;
+    virtual bool mCheckApplication() = 0;
+    virtual PeriodSymbolCounts mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) = 0;
+    // True when the period's statements pass; the current edition does not check them.
+    virtual bool mCheckPeriod(std::int32_t indexId) = 0;
+    virtual bool mAskToContinue(const QString& verb) = 0;
+    virtual void mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) = 0;
+    // What follows a period's QR pages (the current edition's side sheet).
+    virtual void mPrintAfterPeriod(frmPrintManager& manager, int period) = 0;
+    // Output mode "2": the application form alone, to PDF.
+    virtual void mPrintApplicationPdf(frmPrintManager& manager, bool applicationProblem) = 0;
+
+    // What the menu chose, read by the hooks.
+    std::int32_t mlngAPDataCode = 0;
+    std::int32_t mlngMainDataCode = 0;
+    bool mblnProxy = false;
+    long mlngCourseNumber = 0;
+    bool mblnSendResult = false;
+    QString mstrReportText;
+    // Per chosen period, newest first.
+    QList<std::int32_t> mlngIndexID;
+    QList<std::int32_t> mlngLinkCode;
+
+private:
+    void mPrint();
+    bool mShowMenu(bool& preview, bool& printApplication, bool& printStatements);
+    bool mImportPeriods(const QString& seed);
+    void mPrintPages(frmPrintManager& manager, const QString& mode, const QString& verb, bool printApplication,
+                     bool printStatements, bool applicationProblem);
+
+    QList<PeriodSymbolCounts> mSymbolCounts;
+    QList<bool> mblnPeriodProblem;
+};
+
+// The user's ID and the start time that name every page and payload of the run.
+QString mMakeVerifySeed();
+
+// The texts of the problem question and its warning, with the verb of the run.
+QString problemQuestionText(const QString& verb);
+
+}  // namespace kelvary
