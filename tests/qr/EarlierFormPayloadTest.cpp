@@ -1,0 +1,192 @@
+// The generator of the form editions before 2008-04: its shorter application
+// header, its ApplyDoc2 ending at the enforcement date, its 24-record period
+// header with the stored enforcement date, and the statement symbols it
+// writes like the current edition, against payloads written out by hand.
+#include <gtest/gtest.h>
+
+#include "QrHome.h"
+#include "platform/Cp932.h"
+#include "qr/clsQRCode.h"
+
+namespace kelvary {
+namespace {
+
+using test::expectedPayload;
+using test::QrHome;
+
+const QString kId = QStringLiteral("0000001520070910093000");
+
+QByteArray bytes(const QString& text) { return cp932Encode(text); }
+
+class EarlierForm : public ::testing::Test {
+protected:
+    // An application of the 2006-07 edition: a short licence number to pad,
+    // no second licence, two fiscal years, half-width text in the columns
+    // that are widened, separators in the remark, and the 2008 form's
+    // further amount, which this edition does not carry.
+    void insertApplication(const QString& enforceDate) {
+        home.exec(QStringLiteral(
+                      "INSERT INTO tmpAPData (APDataCode, MainDataCode, EnforceDate, ApplierColumnName, "
+                      "ApplierColumnAddress, ApplierColumnPresident, ContactPosition, ContactName, "
+                      "ContactTel, ContactFax, ApplyDate, PrefCode1, ClasCtgr1, LcnsNum1A, LcnsNum1B, "
+                      "LcnsDate1, PrefCode2, ClasCtgr2, LcnsNum2A, LcnsNum2B, LcnsDate2, BaseDate, "
+                      "FYearFrom1, FYearTo1, FYearCtgr1A, FYearCtgr1B, FYearFrom2, FYearTo2, FYearCtgr2A, "
+                      "FYearCtgr2B, FYearFrom3, FYearTo3, FYearCtgr3A, FYearCtgr3B, Distinction, LastApl, "
+                      "FCObgt1, FCObgt2, TRNameKana, TRName, PSNameKana, PSName, OfficeCityCode, "
+                      "OfficeAddr, OfficeZipCode, OfficeTel, Item01Single, Item01Plural, Item02Single, "
+                      "Item02Plural, Item03, Remarks, FType) VALUES (3, 4, %1, 'Minami Kensetsu 2', "
+                      "'大阪市北区1-2-3', '南 一郎', NULL, '北 二郎', '06-1111-2222', '06-1111-3333', "
+                      "'2007-09-10', 27, 2, '3', '98765', '2005-01-20', NULL, NULL, NULL, NULL, NULL, "
+                      "'2007-03-31', '2006-04-01', '2007-03-31', 1, 0, '2005-04-01', '2006-03-31', 1, 0, "
+                      "NULL, NULL, NULL, NULL, 1, 1, 1, 0, 'ﾐﾅﾐｹﾝｾﾂ', '南建設(株)', 'ﾐﾅﾐ ｲﾁﾛｳ', "
+                      "'南 一郎', '27127', '大阪市北区1-2-3', '530-0001', '06-1111-2222', 500, 0, 0, 250, "
+                      "77, 'a \"b\", c', 1)")
+                      .arg(enforceDate));
+    }
+
+    // Period 21: 41 items (two ZaimuData symbols), one renamed item, one
+    // note and one equity row, so that every count of the header differs
+    // from its neighbour's default. Its edition code would stand for
+    // 2010-04-01 in the current edition.
+    void insertPeriod() {
+        home.exec(QStringLiteral(
+            "INSERT INTO tmpFSInfoData (FSDataCode, FYearNumber, FYearFrom, FYearTo, ApplyerName, "
+            "Distinction, TaxType, TaxFreeFlag, SideBusinessFlag, EnforceDate, EnforceDatesub, "
+            "VersionNumber, NoteTrustDebt) VALUES (21, 8, '2006-04-01', '2007-03-31', '南建設株式会社', 1, "
+            "2, "
+            "0, 1, '2006-07-01', '201004', '2.0', 25999)"));
+        for (int code = 1; code <= 41; ++code)
+            home.exec(
+                QStringLiteral("INSERT INTO tmpFSItemData (ID, FSDataCode, FSItemID, ItemCode, ItemName, "
+                               "ItemValue, NameChangeFlag, DocCode, SortNumber) VALUES "
+                               "(%1, 21, %1, %1, 'x', %2, %3, 1, %1)")
+                    .arg(code)
+                    .arg(code * 1000)
+                    .arg(code == 7 ? 1 : 0));
+        home.execSibling(
+            QStringLiteral("DELETE FROM M_FSItem WHERE ItemCode=7;"
+                           "INSERT INTO M_FSItem (ItemCode, ItemName, SortNumber_H, SortNumber_K) "
+                           "VALUES (7, 'master7', 7, 7)"));
+        home.exec(QStringLiteral(
+            "UPDATE tmpFSItemData SET ItemName='工事未払金(下請)' WHERE ItemCode=7;"
+            "INSERT INTO tmpFSNoteData (FSDataCode, AccountWayConsumptionTax) VALUES (21, '税抜方式');"
+            "INSERT INTO tmpFSCapitalRow (FSDataCode, RowNo, RowName, ItemCode, ItemType, Capital) "
+            "VALUES (21, 1, '前期末残高', 4001, 1, 10000000)"));
+    }
+
+    QrHome home;
+};
+
+TEST_F(EarlierForm, ApplicationHeaderHasFiveRecordsWithoutAgentFlags) {
+    clsQRCode qr;
+    qr.setVerifyID(kId);
+    qr.setCourseNumber(3);
+    qr.MakeHeader(1);  // two periods selected
+    EXPECT_EQ(home.payload(QStringLiteral("ApplyHeader")),
+              expectedPayload(QStringLiteral("EarlierApplyHeader")));
+
+    // Record 4 stays 1 whatever the course and the periods are.
+    clsQRCode none;
+    none.setVerifyID(QStringLiteral("X"));
+    none.setCourseNumber(1);
+    none.MakeHeader(-1);
+    const QString version = QStringLiteral("%1. %2. %3")
+                                .arg(build::VersionMajor)
+                                .arg(build::VersionMinor)
+                                .arg(build::VersionPatch);
+    EXPECT_EQ(home.payload(QStringLiteral("ApplyHeader")),
+              bytes(QStringLiteral("\"[ApplyHeader]\",\"X\",5,2\r\n1,\"X\"\r\n2,\"") + version +
+                    QStringLiteral("\"\r\n3,\"-1\"\r\n4,\"1\"\r\n5,\"1\"\r\n")));
+}
+
+TEST_F(EarlierForm, ApplicationSymbolsEndWithTheEnforcementDate) {
+    insertApplication(QStringLiteral("'2006-07-01'"));
+    clsQRCode qr;
+    qr.setVerifyID(kId);
+    qr.MakeAPData(3);
+    EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc1")), expectedPayload(QStringLiteral("EarlierApplyDoc1")));
+    EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc2")), expectedPayload(QStringLiteral("EarlierApplyDoc2")));
+    EXPECT_TRUE(home.ui().messages.isEmpty());
+}
+
+TEST_F(EarlierForm, ApplicationWithoutEnforcementDateEndsWithAnEmptyRecord) {
+    insertApplication(QStringLiteral("NULL"));
+    clsQRCode qr;
+    qr.setVerifyID(kId);
+    qr.MakeAPData(3);
+    QByteArray expected = expectedPayload(QStringLiteral("EarlierApplyDoc2"));
+    expected.chop(QByteArray("49,\"2006/07/01\"\r\n").size());
+    EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc2")), expected + QByteArray("49,\"\"\r\n"));
+}
+
+TEST_F(EarlierForm, PeriodHeaderHasTwentyFourRecordsAndTheStoredDate) {
+    insertPeriod();
+    clsQRCode qr;
+    qr.setVerifyID(kId);
+    qr.MakeFSData(1, 21);
+    EXPECT_EQ(home.payload(QStringLiteral("ZaimuHeader1")),
+              expectedPayload(QStringLiteral("EarlierZaimuHeader")));
+    EXPECT_EQ(qr.FSQRCodeCount(), 2);
+    EXPECT_EQ(qr.KamokuQRCodeCount(), 1);
+    EXPECT_EQ(qr.NListQRCodeCount(), 1);
+    EXPECT_EQ(qr.CapitalQRCodeCount(), 1);
+}
+
+TEST_F(EarlierForm, StatementSymbolsAreThoseOfTheCurrentEdition) {
+    insertPeriod();
+    clsQRCode qr;
+    qr.setVerifyID(kId);
+    qr.MakeFSData(1, 21);
+    EXPECT_EQ(home.tempFiles(),
+              (QStringList{QStringLiteral("CapitalData1_1.bmp"), QStringLiteral("CapitalData1_1.bmp.Txt"),
+                           QStringLiteral("CapitalHeader1.bmp"), QStringLiteral("CapitalHeader1.bmp.Txt"),
+                           QStringLiteral("KamokuData1_1.bmp"), QStringLiteral("KamokuData1_1.bmp.Txt"),
+                           QStringLiteral("NListData1_1.bmp"), QStringLiteral("NListData1_1.bmp.Txt"),
+                           QStringLiteral("ZaimuData1_1.bmp"), QStringLiteral("ZaimuData1_1.bmp.Txt"),
+                           QStringLiteral("ZaimuData1_2.bmp"), QStringLiteral("ZaimuData1_2.bmp.Txt"),
+                           QStringLiteral("ZaimuHeader1.bmp"), QStringLiteral("ZaimuHeader1.bmp.Txt")}));
+    EXPECT_EQ(home.payload(QStringLiteral("ZaimuData1_2")),
+              bytes(QStringLiteral("\"[ZaimuData1_2]\",\"%1\",1,2\r\n41,\"41\"\r\n").arg(kId)));
+    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_1")),
+              bytes(QStringLiteral("\"[KamokuData1_1]\",\"%1\",1,4\r\n7,\"\",\"工事未払金(下請)\",\"7\"\r\n")
+                        .arg(kId)));
+    EXPECT_EQ(home.payload(QStringLiteral("CapitalHeader1")),
+              bytes(QStringLiteral("\"[CapitalHeader1]\",\"%1\",0,3\r\n").arg(kId)));
+    EXPECT_EQ(
+        home.payload(QStringLiteral("CapitalData1_1")),
+        bytes(
+            QStringLiteral("\"[CapitalData1_1]\",\"%1\",1,22\r\n1,\"前期末残高\",4001,1,\"10000\"").arg(kId) +
+            QStringLiteral(",\"\"").repeated(17) + QStringLiteral("\r\n")));
+    EXPECT_EQ(home.payload(QStringLiteral("NListData1_1")),
+              bytes(QStringLiteral(
+                        "\"[NListData1_1]\",\"%1\",1,3\r\n1,\"AccountWayConsumptionTax\",\"税抜方式\"\r\n")
+                        .arg(kId)));
+}
+
+TEST_F(EarlierForm, PeriodHeaderWithoutStoredDateLeavesRecordTwentyEmpty) {
+    insertPeriod();
+    home.exec(QStringLiteral("UPDATE tmpFSInfoData SET EnforceDate=NULL, EnforceDatesub='200804'"));
+    clsQRCode qr;
+    qr.setVerifyID(kId);
+    qr.MakeFSData(0, 21);
+    const QByteArray text = home.payload(QStringLiteral("ZaimuHeader0"));
+    EXPECT_TRUE(text.contains("\r\n19,\"False\"\r\n20,\"\"\r\n21,\"1\"\r\n")) << text.constData();
+    EXPECT_TRUE(text.endsWith("\r\n24,\"25\"\r\n")) << text.constData();
+}
+
+TEST_F(EarlierForm, PeriodWithoutHeaderRowReportsUnderTheSamePlaces) {
+    home.exec(
+        QStringLiteral("INSERT INTO tmpFSItemData (ID, FSDataCode, FSItemID, ItemCode, ItemName, ItemValue, "
+                       "NameChangeFlag, DocCode, SortNumber) VALUES (1, 30, 1, 100, 'x', 5000, 0, 1, 1)"));
+    clsQRCode qr;
+    qr.setVerifyID(kId);
+    qr.MakeFSData(0, 30);
+    EXPECT_EQ(home.errorPlaces(), (QStringList{QStringLiteral("mMakeQRCodeChangedKamoku"),
+                                               QStringLiteral("mMakeQRCodeFSHeader")}));
+    EXPECT_EQ(home.payload(QStringLiteral("ZaimuData0_1")),
+              bytes(QStringLiteral("\"[ZaimuData0_1]\",\"%1\",1,2\r\n100,\"5\"\r\n").arg(kId)));
+    EXPECT_FALSE(home.hasSymbol(QStringLiteral("ZaimuHeader0")));
+}
+
+}  // namespace
+}  // namespace kelvary
