@@ -4,7 +4,6 @@
 
 #include "db/mdlFunctionDatabase.h"
 #include "platform/Variant.h"
-#include "platform/VbError.h"
 #include "platform/VbFormat.h"
 #include "print/frmPrintManager.h"
 #include "startup/mdlFunctionApplication.h"

@@ -2,15 +2,14 @@
 // period (never from the working copies).
 #include "print/EquitySideSheet.h"
 
-#include <array>
-#include <cmath>
-
 #include "db/mdlFunctionDatabase.h"
-#include "platform/VbError.h"
 #include "platform/VbFormat.h"
 #include "print/frmPrintManager.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
+
+#include <array>
+#include <cmath>
 
 namespace kelvary {
 namespace {
