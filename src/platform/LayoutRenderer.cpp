@@ -121,9 +121,26 @@ void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, cons
 // An image fills its frame as far as its proportions allow and is never
 // smoothed: a QR symbol must keep its square, sharp-edged modules to be read
 // back. Its corners land on whole layout units.
+// Qt's PDF writer keeps a two-colour image as a 1-bit image only when its
+// palette is black first and white second; any other palette (the symbol
+// writer's BMPs have white first) it widens to full colour and stores as JPEG
+// when that is smaller: slow, many times larger, and lossy for a QR symbol.
+// The same picture with the palette and the pixel indices swapped is a 1-bit
+// image to the writer and looks the same everywhere else.
+QImage blackFirst(QImage image) {
+    if (image.depth() != 1 || image.colorCount() != 2) return image;
+    const QRgb black = qRgb(0, 0, 0);
+    const QRgb white = qRgb(255, 255, 255);
+    if (image.color(0) != white || image.color(1) != black) return image;
+    image = image.convertToFormat(QImage::Format_Mono);
+    image.invertPixels();
+    image.setColorTable({black, white});
+    return image;
+}
+
 void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file) {
     if (file.isEmpty()) return;
-    const QImage image(file);
+    const QImage image = blackFirst(QImage(file));
     if (image.isNull()) return;
     const QRectF rect = units(mmRect);
     const double scale = std::min(rect.width() / image.width(), rect.height() / image.height());
@@ -132,6 +149,7 @@ void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file) {
     const QPointF topLeft(std::round(rect.center().x() - width / 2), std::round(rect.center().y() - height / 2));
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter.setRenderHint(QPainter::LosslessImageRendering, true);
     painter.drawImage(QRectF(topLeft, QSizeF(width, height)), image);
     painter.restore();
 }
