@@ -1,9 +1,10 @@
 // The application form builders: the governor and class labels struck by the
 // licence, blank era templates where a date or licence is missing, the agent
 // switch, and the PDF layout's title column kept level with its texts.
+#include "print/ApplicationFormPages.h"
+
 #include "PageBuilderHome.h"
 #include "db/mdlFunctionDatabase.h"
-#include "print/ApplicationFormPages.h"
 
 namespace kelvary {
 namespace {

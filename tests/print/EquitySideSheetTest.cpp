@@ -1,13 +1,14 @@
 // The equity side sheet: amounts in thousands with "△", the headings from the
 // statement's columns and reserve names, the indented change rows, and
 // statements of 0, 3, 15 and more rows.
-#include <sqlite3.h>
-
-#include <QRegularExpression>
+#include "print/EquitySideSheet.h"
 
 #include "PageBuilderHome.h"
 #include "db/mdlFunctionDatabase.h"
-#include "print/EquitySideSheet.h"
+
+#include <QRegularExpression>
+
+#include <sqlite3.h>
 
 namespace kelvary {
 namespace {

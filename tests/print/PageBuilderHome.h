@@ -3,12 +3,6 @@
 // and QR images written into Temp under the names the generator gives them.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <memory>
-#include <ostream>
-
 #include "platform/Fonts.h"
 #include "platform/LayoutDocument.h"
 #include "platform/PdfCheck.h"
@@ -16,6 +10,13 @@
 #include "startup/CommandLine.h"
 #include "startup/mdlFunctionStandard.h"
 #include "support/ConnectedHome.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+
+#include <memory>
+#include <ostream>
 
 // Failed comparisons show the Japanese texts themselves.
 inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }

@@ -1,10 +1,10 @@
 // The supplementary document and equity side-sheet layouts: every field their
 // builders write is there, where the paper has room for it.
-#include <gtest/gtest.h>
-
 #include "platform/LayoutDocument.h"
 #include "platform/VbError.h"
 #include "support/TestSupport.h"
+
+#include <gtest/gtest.h>
 
 namespace kelvary {
 namespace {

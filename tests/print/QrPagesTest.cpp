@@ -1,11 +1,12 @@
 // The supplementary document and a period's QR pages: the licence number
 // line, the course and recipient marks, twelve symbols a page with numbers
 // running on across pages, and symbols that read back from the printed PDF.
-#include <QFile>
-
-#include "PageBuilderHome.h"
 #include "print/QrPages.h"
 #include "print/SupplementPages.h"
+
+#include "PageBuilderHome.h"
+
+#include <QFile>
 
 namespace kelvary {
 namespace {

@@ -3,20 +3,21 @@
 // the application form, then per period (newest first) its QR pages and,
 // where the statement asks for one, its equity side sheet. The file is judged
 // by qpdf, pdftotext and zbar.
-#include <QDir>
-#include <QFile>
-#include <QProcess>
+#include "print/ApplicationFormPages.h"
+#include "print/EquitySideSheet.h"
+#include "print/QrPages.h"
+#include "print/SupplementPages.h"
 
 #include "PageBuilderHome.h"
 #include "db/mdlFunctionDatabase.h"
 #include "intake/clsAnlBasicInfo.h"
 #include "intake/clsApply2Data.h"
-#include "print/ApplicationFormPages.h"
-#include "print/EquitySideSheet.h"
 #include "print/PeriodImport.h"
-#include "print/QrPages.h"
-#include "print/SupplementPages.h"
 #include "qr/clsQRCode_200804.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
 
 namespace kelvary {
 namespace {
