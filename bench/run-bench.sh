@@ -2,8 +2,10 @@
 # Whole-run benchmark: runs the built kelvary as a parent program would
 # (batch, output mode 3, every period to one PDF) on the sample application,
 # on a large generated one and on one with twice its items, several times
-# each, and prints the median and spread (min-max) of wall time and peak
-# memory as /usr/bin/time -v reports them. It also times --version and a
+# each, and prints the median and spread (min-max) of wall time, processor
+# time (user + system) and peak memory as /usr/bin/time -v reports them. On a
+# machine shared with other work the wall times wander; the processor times
+# show what the run itself costs. It also times --version and a
 # start-up run that stops at the print menu with nothing chosen, so the part
 # of a run that is not start-up can be compared between the two sizes.
 #
@@ -54,11 +56,11 @@ fresh_home() {
 }
 
 # measure NAME EXPECTED_STATUS ARGS...: RUNS runs; one line "name wall... | rss..." per case.
-declare -A wall_list rss_list
+declare -A wall_list cpu_list rss_list
 measure() {
   local name=$1 expected=$2
   shift 2
-  local walls=() rsses=() report=$work/time-$name.txt
+  local walls=() cpus=() rsses=() report=$work/time-$name.txt
   for ((i = 0; i < runs; i++)); do
     local status=0
     /usr/bin/time -v -o "$report" "$@" >"$work/out-$name.txt" 2>"$work/err-$name.txt" || status=$?
@@ -70,9 +72,11 @@ measure() {
     # "Elapsed (wall clock) time (h:mm:ss or m:ss): 0:00.45" -> seconds
     walls+=("$(awk -F': ' '/Elapsed \(wall clock\)/ {
         n = split($2, p, ":"); s = 0; for (k = 1; k <= n; k++) s = s * 60 + p[k]; print s }' "$report")")
+    cpus+=("$(awk -F': ' '/User time|System time/ { s += $2 } END { print s }' "$report")")
     rsses+=("$(awk -F': ' '/Maximum resident set size/ { printf "%.1f", $2 / 1024 }' "$report")")
   done
   wall_list[$name]="${walls[*]}"
+  cpu_list[$name]="${cpus[*]}"
   rss_list[$name]="${rsses[*]}"
 }
 
@@ -114,22 +118,29 @@ startup_case start-large-x2 "$work/large-x2"
 run_case large-x2 "$work/large-x2"
 
 echo "kelvary whole-run benchmark: $runs runs per case; median [min-max]"
-printf '%-16s %24s %26s %6s\n' case "wall time (s)" "peak memory (MB)" pages
+printf '%-16s %24s %24s %26s %6s\n' case "wall time (s)" "processor time (s)" "peak memory (MB)" pages
 for name in version sample start-large large start-large-x2 large-x2; do
   read -r wm wlo whi <<<"$(stats "${wall_list[$name]}")"
+  read -r cm clo chi <<<"$(stats "${cpu_list[$name]}")"
   read -r rm rlo rhi <<<"$(stats "${rss_list[$name]}")"
   pages=-
   [ "$name" = version ] || pages=$(pdf_pages "$work/$name.pdf")
-  printf '%-16s %8.3f [%6.3f-%6.3f] %9.1f [%6.1f-%6.1f] %6s\n' \
-    "$name" "$wm" "$wlo" "$whi" "$rm" "$rlo" "$rhi" "$pages"
+  printf '%-16s %8.3f [%6.3f-%6.3f] %8.3f [%6.3f-%6.3f] %9.1f [%6.1f-%6.1f] %6s\n' \
+    "$name" "$wm" "$wlo" "$whi" "$cm" "$clo" "$chi" "$rm" "$rlo" "$rhi" "$pages"
 done
 
 # Growth of the part of the run after start-up when the items double.
-read -r large_wall _ <<<"$(stats "${wall_list[large]}")"
-read -r x2_wall _ <<<"$(stats "${wall_list[large-x2]}")"
-read -r start_wall _ <<<"$(stats "${wall_list[start-large]}")"
-read -r start_x2_wall _ <<<"$(stats "${wall_list[start-large-x2]}")"
-awk -v a="$large_wall" -v b="$x2_wall" -v sa="$start_wall" -v sb="$start_x2_wall" 'BEGIN {
-  da = a - sa; db = b - sb
-  if (da > 0) printf "twice the items: %.3f s after start-up against %.3f s, %.2f times\n", db, da, db / da
-  else printf "twice the items: the large run takes no longer than its start-up\n" }'
+growth() {  # label list-name
+  local -n lists=$2
+  local a b sa sb
+  read -r a _ <<<"$(stats "${lists[large]}")"
+  read -r b _ <<<"$(stats "${lists[large-x2]}")"
+  read -r sa _ <<<"$(stats "${lists[start-large]}")"
+  read -r sb _ <<<"$(stats "${lists[start-large-x2]}")"
+  awk -v label="$1" -v a="$a" -v b="$b" -v sa="$sa" -v sb="$sb" 'BEGIN {
+    da = a - sa; db = b - sb
+    if (da > 0) printf "twice the items, %s after start-up: %.3f s against %.3f s, %.2f times\n", label, db, da, db / da
+    else printf "twice the items, %s: the large run takes no longer than its start-up\n", label }'
+}
+growth "wall time" wall_list
+growth "processor time" cpu_list
