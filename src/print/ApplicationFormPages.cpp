@@ -149,12 +149,15 @@ ApplicantColumn mPdfApplicantColumn(const Recordset& record, bool byAgent) {
 }
 
 void mWriteApplicationForm(frmPrintManager& manager, std::int32_t apDataCode, bool byAgent, ApplicationLayout layout) {
-    manager.SetPrintFile(layout == ApplicationLayout::Print ? QStringLiteral("ApplyDoc_200804.w30")
-                                                            : QStringLiteral("ApplyDocPdf_200804.w30"));
+    switch (layout) {
+    case ApplicationLayout::Print: manager.SetPrintFile(QStringLiteral("ApplyDoc_200804.w30")); break;
+    case ApplicationLayout::Pdf: manager.SetPrintFile(QStringLiteral("ApplyDocPdf_200804.w30")); break;
+    case ApplicationLayout::Earlier: manager.SetPrintFile(QStringLiteral("ApplyDoc.w30")); break;
+    }
     const Recordset record =
         gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where APDataCode= ") + QString::number(apDataCode));
 
-    if (layout == ApplicationLayout::Print) {
+    if (layout != ApplicationLayout::Pdf) {
         manager.OutPutData(QStringLiteral("ApplierColumn"), printApplicantColumn(record, byAgent));
     } else {
         const ApplicantColumn column = mPdfApplicantColumn(record, byAgent);
@@ -184,7 +187,12 @@ void mWriteApplicationForm(frmPrintManager& manager, std::int32_t apDataCode, bo
 
     manager.OutPutData(QStringLiteral("C32"), vbFormat(record[QStringLiteral("Distinction")], QStringLiteral("#")));
     manager.OutPutData(QStringLiteral("C33"), vbFormat(record[QStringLiteral("LastApl")], QStringLiteral("#")));
-    manager.OutPutData(QStringLiteral("C34"), vbFormat(record[QStringLiteral("FType")], QStringLiteral("#")));
+    if (layout == ApplicationLayout::Earlier) {
+        manager.OutPutData(QStringLiteral("C34"), vbFormat(record[QStringLiteral("FCObgt1")], QStringLiteral("#")));
+        manager.OutPutData(QStringLiteral("C35"), vbFormat(record[QStringLiteral("FCObgt2")], QStringLiteral("#")));
+    } else {
+        manager.OutPutData(QStringLiteral("C34"), vbFormat(record[QStringLiteral("FType")], QStringLiteral("#")));
+    }
     manager.OutPutData(QStringLiteral("C36"), record[QStringLiteral("TRNameKana")]);
     manager.OutPutData(QStringLiteral("C37"), record[QStringLiteral("TRName")]);
     manager.OutPutData(QStringLiteral("C38"), record[QStringLiteral("PSNameKana")]);
@@ -194,16 +202,27 @@ void mWriteApplicationForm(frmPrintManager& manager, std::int32_t apDataCode, bo
     manager.OutPutData(QStringLiteral("C42"), record[QStringLiteral("OfficeZipcode")]);
     manager.OutPutData(QStringLiteral("C43"), record[QStringLiteral("OfficeTel")]);
     manager.OutPutData(QStringLiteral("C44"), record[QStringLiteral("Item01Single")], 0, 1, QStringLiteral("#,##0"));
-    manager.OutPutData(QStringLiteral("C45"), record[QStringLiteral("Item03")], 0, 1, QStringLiteral("#,##0"));
+    if (layout == ApplicationLayout::Earlier) {
+        // The consolidated amounts only for a filer who must make consolidated statements.
+        const Variant duty = record[QStringLiteral("FCObgt1")];
+        const bool consolidated = duty.isNumeric() && !duty.isEmpty() && duty.toDouble() == 1.0;
+        const QString amount = QStringLiteral("#,##0");
+        if (consolidated) manager.OutPutData(QStringLiteral("C45"), record[QStringLiteral("Item01Plural")], 0, 1, amount);
+        manager.OutPutData(QStringLiteral("C46"), record[QStringLiteral("Item02Single")], 0, 1, amount);
+        if (consolidated) manager.OutPutData(QStringLiteral("C47"), record[QStringLiteral("Item02Plural")], 0, 1, amount);
+    } else {
+        manager.OutPutData(QStringLiteral("C45"), record[QStringLiteral("Item03")], 0, 1, QStringLiteral("#,##0"));
+    }
     manager.OutPutData(QStringLiteral("C48"), record[QStringLiteral("Remarks")]);
 
     if (settingIsOne(gvarGetIniData(QStringLiteral("UserClass"), section).text()) && !byAgent)
         manager.PrintProxyColumn();
 }
 
-void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark) {
+void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark, PrintEdition edition) {
     try {
-        mWriteApplicationForm(manager, apDataCode, proxy, ApplicationLayout::Print);
+        mWriteApplicationForm(manager, apDataCode, proxy,
+                              edition == PrintEdition::Earlier ? ApplicationLayout::Earlier : ApplicationLayout::Print);
         manager.EndPage(problemMark);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mPrintAP"), 1);

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "platform/Recordset.h"
+#include "print/PrintEdition.h"
 
 namespace kelvary {
 
@@ -15,7 +16,8 @@ class frmPrintManager;
 
 // Fills "ApplyDoc_200804.w30" and ends its page. proxy is the menu's filing
 // by an agent; problemMark puts the problem mark on the page's ID line.
-void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark);
+void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark,
+              PrintEdition edition = PrintEdition::Form200804);
 
 // Fills "ApplyDocPdf_200804.w30", ends its page and closes the PDF file.
 // Filing by an agent comes from command-line field 3.
@@ -29,7 +31,8 @@ struct ApplicantColumn {
 };
 ApplicantColumn mPdfApplicantColumn(const Recordset& record, bool byAgent);
 
-enum class ApplicationLayout { Print, Pdf };
+// Print and Pdf are the 2008-04-01 edition's layouts; Earlier is "ApplyDoc.w30".
+enum class ApplicationLayout { Print, Pdf, Earlier };
 
 // Opens the layout and writes every field of the form without ending the
 // page; the builders above end it. Raises VbError when the record is missing.

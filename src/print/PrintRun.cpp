@@ -112,7 +112,7 @@ void PrintRun::mPrintPages(frmPrintManager& manager, const QString& mode, const 
     if (!printStatements) return;
     for (int i = 0; i < mlngIndexID.size() && !gblnQuitRequested(); ++i) {
         gMsgForm(2, verb + QStringLiteral("処理中(財務諸表[") + QString::number(i) + QStringLiteral("])"));
-        mPrintFS(manager, i, mlngIndexID[i], mSymbolCounts[i], mblnPeriodProblem[i]);
+        mPrintFS(manager, i, mlngIndexID[i], mSymbolCounts[i], mblnPeriodProblem[i], mEdition());
         mPrintAfterPeriod(manager, i);
     }
 }

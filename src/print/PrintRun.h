@@ -4,6 +4,7 @@
 // printing stage. The two editions differ only in the hooks below.
 #pragma once
 
+#include "print/PrintEdition.h"
 #include "print/QrPages.h"
 
 #include <QList>
@@ -34,8 +35,10 @@ protected:
     virtual void mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) = 0;
     // What follows a period's QR pages (the current edition's side sheet).
     virtual void mPrintAfterPeriod(frmPrintManager& manager, int period) = 0;
-    // Output mode "2": the application form alone, to PDF.
-    virtual void mPrintApplicationPdf(frmPrintManager& manager, bool applicationProblem) = 0;
+    // Output mode "2": the application form alone, to PDF. Only the current
+    // edition has that mode; the earlier driver always prints.
+    virtual void mPrintApplicationPdf(frmPrintManager&, bool) {}
+    virtual PrintEdition mEdition() const = 0;
 
     // What the menu chose, read by the hooks.
     std::int32_t mlngAPDataCode = 0;

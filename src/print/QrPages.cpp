@@ -20,7 +20,8 @@ void mPutQRSymbol(frmPrintManager& manager, long slot, const QString& fileBase, 
     manager.OutPutData(QStringLiteral("WrText"), fileBase, slot, 1);
 }
 
-void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, long pageTotal) {
+void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, long pageTotal,
+                    PrintEdition edition) {
     try {
         const Recordset index =
             gobjMakeRecordset(QStringLiteral("Select * From tblIndex Where IndexID= ") + QString::number(indexId));
@@ -36,22 +37,24 @@ void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, l
                            QStringLiteral("(申請者名)　") + index[QStringLiteral("ApplyerName")].text());
         manager.OutPutData(QStringLiteral("VersionNumber"),
                            QStringLiteral("( ") + gstrAppVersion() + QStringLiteral(" )") + QStringLiteral("kv"));
+        // Earlier editions' pages carry no form edition label.
+        if (edition == PrintEdition::Earlier) return;
         const QString where = QStringLiteral("FSDataCode=") + QString::number(indexId);
         const Variant enforceDate =
             gvarGetData(QStringLiteral("EnforceDate"), QStringLiteral("tmpFSInfoData"), where, Variant(QString()));
         const Variant enforceSub =
             gvarGetData(QStringLiteral("EnforceDatesub"), QStringLiteral("tmpFSInfoData"), where, Variant(QString()));
-        const Variant edition = gvarCalcEnforceDate(enforceDate, enforceSub);
+        const Variant label = gvarCalcEnforceDate(enforceDate, enforceSub);
         // A period without its statement row has no edition to name.
-        if (!edition.isNull() && !edition.text().isEmpty())
-            manager.OutPutData(QStringLiteral("EnforceDate"), vbFormat(edition, QStringLiteral("ggge年m月様式")));
+        if (!label.isNull() && !label.text().isEmpty())
+            manager.OutPutData(QStringLiteral("EnforceDate"), vbFormat(label, QStringLiteral("ggge年m月様式")));
     } catch (...) {
         ShowErrMsg(QStringLiteral("mPrintFSHeader"), 0);
     }
 }
 
 void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, long periodIndex, long pageTotal,
-                 std::int32_t indexId, long& slot, long& page, bool single) {
+                 std::int32_t indexId, long& slot, long& page, bool single, PrintEdition edition) {
     try {
         for (long k = 1; k <= count; ++k) {
             ++slot;
@@ -64,7 +67,7 @@ void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, 
                 ++page;
                 if (page > pageTotal) return;
                 manager.EndPage();
-                mPrintFSHeader(manager, indexId, page, pageTotal);
+                mPrintFSHeader(manager, indexId, page, pageTotal, edition);
             }
         }
     } catch (...) {
@@ -73,7 +76,7 @@ void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, 
 }
 
 void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, const PeriodSymbolCounts& counts,
-              bool problemMark) {
+              bool problemMark, PrintEdition edition) {
     try {
         long symbols = 1 + counts.statements + counts.renamedItems + counts.equity + counts.noteList;
         if (counts.equity > 0) ++symbols;
@@ -82,20 +85,21 @@ void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, 
         manager.SetPrintFile(QStringLiteral("FSQRCode.w30"));
         long page = 1;
         long slot = 0;
-        mPrintFSHeader(manager, indexId, page, pageTotal);
+        mPrintFSHeader(manager, indexId, page, pageTotal, edition);
         slot = 1;
         mPutQRSymbol(manager, 1, QStringLiteral("ZaimuHeader") + QString::number(periodIndex));
 
         mPrintFSSub(manager, QStringLiteral("ZaimuData"), counts.statements, periodIndex, pageTotal, indexId, slot,
-                    page, false);
+                    page, false, edition);
         mPrintFSSub(manager, QStringLiteral("KamokuData"), counts.renamedItems, periodIndex, pageTotal, indexId, slot,
-                    page, false);
+                    page, false, edition);
         if (counts.equity > 0)
-            mPrintFSSub(manager, QStringLiteral("CapitalHeader"), 1, periodIndex, pageTotal, indexId, slot, page, true);
+            mPrintFSSub(manager, QStringLiteral("CapitalHeader"), 1, periodIndex, pageTotal, indexId, slot, page, true,
+                        edition);
         mPrintFSSub(manager, QStringLiteral("CapitalData"), counts.equity, periodIndex, pageTotal, indexId, slot, page,
-                    false);
+                    false, edition);
         mPrintFSSub(manager, QStringLiteral("NListData"), counts.noteList, periodIndex, pageTotal, indexId, slot, page,
-                    false);
+                    false, edition);
         manager.EndPage(problemMark);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mPrintFS"), 0);

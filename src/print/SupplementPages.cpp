@@ -50,7 +50,8 @@ QString mstrLicenceNumberText(const Variant& prefCode, const Variant& classCode,
 }
 
 void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const SupplementChoices& choices) {
-    manager.SetPrintFile(QStringLiteral("SubDoc_200804.w30"));
+    const bool earlier = choices.edition == PrintEdition::Earlier;
+    manager.SetPrintFile(earlier ? QStringLiteral("SubDoc.w30") : QStringLiteral("SubDoc_200804.w30"));
     const Recordset record =
         gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where APDataCode=") + QString::number(apDataCode));
     if (!record.isNothing() && !record.eof()) {
@@ -67,8 +68,12 @@ void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const Suppl
         manager.OutPutData(QStringLiteral("Fax"), record[QStringLiteral("ContactFax")]);
         manager.OutPutData(QStringLiteral("DocType"), kCheckMark);
         manager.SetVisible(choices.sendResult ? QStringLiteral("CircleProxy") : QStringLiteral("CircleApplier"), true);
-        if (choices.courseNumber == 1) manager.OutPutData(QStringLiteral("CourseNumber1"), kCheckMark);
-        if (choices.courseNumber == 3) manager.OutPutData(QStringLiteral("CourseNumber3"), kCheckMark);
+        if (earlier) {
+            manager.OutPutData(QStringLiteral("CourseNumber"), Variant(static_cast<int>(choices.courseNumber)));
+        } else {
+            if (choices.courseNumber == 1) manager.OutPutData(QStringLiteral("CourseNumber1"), kCheckMark);
+            if (choices.courseNumber == 3) manager.OutPutData(QStringLiteral("CourseNumber3"), kCheckMark);
+        }
     }
     const QString section = QStringLiteral("UserInfo");
     for (const QString& key : {QStringLiteral("UserID"), QStringLiteral("UserName"), QStringLiteral("UserTel")})

@@ -4,6 +4,8 @@
 // QR symbols.
 #pragma once
 
+#include "print/PrintEdition.h"
+
 #include <QString>
 #include <cstdint>
 
@@ -17,6 +19,8 @@ class frmPrintManager;
 struct SupplementChoices {
     long courseNumber = 0;    // 1 regular, 3 express; other values mark none
     bool sendResult = false;  // the result notice goes to the agent
+    // Earlier editions use their own layout, with the course as its number.
+    PrintEdition edition = PrintEdition::Form200804;
 };
 
 // Fills "SubDoc_200804.w30" and ends its page; printed even when the

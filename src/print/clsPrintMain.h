@@ -1,19 +1,23 @@
-// The print driver for application forms of the editions before 2008-04-01.
+// The print driver for application forms of the editions before 2008-04-01:
+// always printed (or previewed), no header payload, a statement check of
+// every chosen period, no side sheet.
 #pragma once
 
-#include <cstdint>
+#include "print/PrintRun.h"
 
 namespace kelvary {
 
-class clsPrintMain {
-public:
-    void setAPDataCode(std::int32_t code) { mlngAPDataCode = code; }
-    void setMainDataCode(std::int32_t code) { mlngMainDataCode = code; }
-    void PrintDocument();
-
-private:
-    std::int32_t mlngAPDataCode = 0;
-    std::int32_t mlngMainDataCode = 0;
+class clsPrintMain : public PrintRun {
+protected:
+    QString mOutputMode() override { return QStringLiteral("1"); }
+    void mMakeApplicationPayloads(const QString& seed, long lastPeriod) override;
+    bool mCheckApplication() override;
+    PeriodSymbolCounts mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) override;
+    bool mCheckPeriod(std::int32_t indexId) override;
+    bool mAskToContinue(const QString& verb) override;
+    void mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) override;
+    void mPrintAfterPeriod(frmPrintManager&, int) override {}
+    PrintEdition mEdition() const override { return PrintEdition::Earlier; }
 };
 
 }  // namespace kelvary

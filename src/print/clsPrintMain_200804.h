@@ -18,6 +18,7 @@ protected:
     void mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) override;
     void mPrintAfterPeriod(frmPrintManager& manager, int period) override;
     void mPrintApplicationPdf(frmPrintManager& manager, bool applicationProblem) override;
+    PrintEdition mEdition() const override { return PrintEdition::Form200804; }
 
 private:
     // The sibling-database key of the period whose pages are being printed.

@@ -29,7 +29,7 @@ frmPrintManager::frmPrintManager() = default;
 frmPrintManager::~frmPrintManager() = default;
 
 bool frmPrintManager::mPdfMode() const {
-    const QString& mode = mstrCommand[3];
+    const QString& mode = mstrOutputMode;
     return mode == QLatin1String("2") || mode == QLatin1String("3") || mode == QLatin1String("4");
 }
 
@@ -42,7 +42,7 @@ void frmPrintManager::Init() {
 void frmPrintManager::Init(const QString& outputMode) {
     try {
         gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
-        mstrCommand[3] = outputMode;
+        mstrOutputMode = outputMode;
         mPages.clear();
         mPdf.reset();
         if (mPdfMode()) {
@@ -164,7 +164,6 @@ void frmPrintManager::PrintProxyColumn() {
 
 void frmPrintManager::EndPage(bool problemMark) {
     try {
-        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
         const QString mark = problemMark ? QStringLiteral(" ※") : QString();
         OutPutData(QStringLiteral("VerifyID"), QStringLiteral("[ID]") + mstrVerifyID + mark, 0, 1);
         if (!mDocument)

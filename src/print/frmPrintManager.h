@@ -75,6 +75,8 @@ private:
     std::unique_ptr<PdfFileWriter> mPdf;
     std::unique_ptr<frmPrintPreview> mPreview;
     QString mstrCommand[4];
+    // The output mode decided at Init; the earlier driver always prints.
+    QString mstrOutputMode;
     bool mblnCancel = false;
     QString mstrCaption;
     QString mstrVerifyID;

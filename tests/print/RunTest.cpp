@@ -183,25 +183,72 @@ TEST_F(SampleRun, SecondInstanceIsRefusedWithoutTouchingTheDatabase) {
     EXPECT_EQ(database.readAll(), before);
 }
 
-TEST_F(SampleRun, EarlierEditionIsToldPlainlyAndEndsWithoutOutput) {
-    // The sample without its edition record: the 2004-03-01 default applies.
-    QFile in(sampleApp());
-    ASSERT_TRUE(in.open(QIODevice::ReadOnly));
+namespace {
+// The sample application without its edition record: the 2004-03-01 default
+// applies and the earlier driver prints it.
+QString writeEarlierApplication(const ScratchHome& home) {
+    QFile in(home.file(QStringLiteral("sample/app.dat")));
+    EXPECT_TRUE(in.open(QIODevice::ReadOnly));
     QByteArray text = in.readAll();
-    in.close();
     const qsizetype at = text.indexOf("\"EnforceDate\"");
-    ASSERT_GE(at, 0);
-    const qsizetype lineEnd = text.indexOf('\n', at);
-    text.remove(at, lineEnd - at + 1);
-    QFile out(home.file("sample/earlier.dat"));
-    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    EXPECT_GE(at, 0);
+    text.remove(at, text.indexOf('\n', at) - at + 1);
+    const QString path = home.file(QStringLiteral("sample/earlier.dat"));
+    QFile out(path);
+    EXPECT_TRUE(out.open(QIODevice::WriteOnly));
     out.write(text);
-    out.close();
+    return path;
+}
 
-    const ProcessResult r = run({"--mode", "3", home.file("sample/earlier.dat")});
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_TRUE(r.standardError.contains(QStringLiteral("平成20年4月より前の様式")));
+QString pdfText(const QString& pdf) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    p.waitForFinished(30000);
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+}  // namespace
+
+TEST_F(SampleRun, EarlierEditionPrintsWithoutHeaderSymbolOrSideSheet) {
+    const QString earlier = writeEarlierApplication(home);
+    const ProcessResult r = run({"--mode", "3", "--periods", "all", "--print-to", home.file("earlier.pdf"), earlier});
+    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
     EXPECT_EQ(column(db(), "SELECT EnforceDate FROM tmpAPData"), QStringList{"2004-03-01"});
+    // Supplementary document, application form and one QR page per period; no side sheet.
+    const QStringList pages = pdfText(home.file("earlier.pdf")).split(QLatin1Char('\f'), Qt::SkipEmptyParts);
+    ASSERT_EQ(pages.size(), 5);
+    EXPECT_TRUE(pages[1].contains(QStringLiteral("連結財務諸表の作成義務")));
+    for (int page = 2; page < 5; ++page) {
+        EXPECT_TRUE(pages[page].contains(QStringLiteral("財務諸表ＱＲコード")));
+        EXPECT_FALSE(pages[page].contains(QStringLiteral("様式"))) << page;  // no edition label
+        EXPECT_FALSE(pages[page].contains(QStringLiteral("※")));            // every period passed its check
+    }
+    EXPECT_FALSE(QFile::exists(home.file("Temp/ApplyHeader.bmp")));
+    EXPECT_TRUE(QFile::exists(home.file("Temp/ApplyDoc2.bmp")));
+}
+
+TEST_F(SampleRun, EarlierEditionMarksThePeriodWhoseStatementsFail) {
+    // A million yen more cash in the newest period: its balance sheet no longer adds up.
+    sqlExec(home.file("sample/Ledra.mdb"),
+                 "UPDATE P_FSItemData SET ItemValue = ItemValue + 1000000 WHERE FSDataCode=15 AND ItemCode=1");
+    const QString earlier = writeEarlierApplication(home);
+
+    const ProcessResult refused = run({"--mode", "1", "--periods", "all", "--print-to", home.file("no.pdf"), earlier});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(refused.standardError.contains(QStringLiteral("=== 2 注意\nデータまたは選択した内容に問題があります\n"
+                                                              "印刷を中止し、問題箇所を訂正してから印刷してください\n\n"
+                                                              "書類の印刷を継続しますか？\n--- No\n")))
+        << refused.standardError.toStdString();
+    EXPECT_FALSE(QFile::exists(home.file("no.pdf")));
+
+    const ProcessResult r =
+        run({"--mode", "1", "--periods", "all", "--yes", "--print-to", home.file("marked.pdf"), earlier});
+    EXPECT_EQ(r.exitCode, 0);
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 3 警告\n問題のある申請書及び財務諸表を印刷します\n")));
+    const QStringList pages = pdfText(home.file("marked.pdf")).split(QLatin1Char('\f'), Qt::SkipEmptyParts);
+    ASSERT_EQ(pages.size(), 5);
+    EXPECT_TRUE(pages[2].contains(QStringLiteral(" ※")));   // the newest period, first
+    EXPECT_FALSE(pages[3].contains(QStringLiteral("※")));
+    EXPECT_FALSE(pages[1].contains(QStringLiteral("※")));   // the application itself passed
 }
 
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {

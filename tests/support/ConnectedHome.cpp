@@ -21,9 +21,11 @@ ConnectedHome::~ConnectedHome() {
     app::setPath(previousPath_);
 }
 
-void ConnectedHome::sqlExec(const char* sql) const {
+void ConnectedHome::sqlExec(const char* sql) const { test::sqlExec(database(), sql); }
+
+void sqlExec(const QString& database, const char* sql) {
     sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open_v2(database().toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_open_v2(database.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
     char* message = nullptr;
     EXPECT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, &message), SQLITE_OK) << (message ? message : "") << " in " << sql;
     sqlite3_free(message);

@@ -32,6 +32,9 @@ private:
     RecordingUiGuard ui_;
 };
 
+// Runs statements on a database file with SQLite directly.
+void sqlExec(const QString& database, const char* sql);
+
 // The first column of every row of a query, as text ("NULL" for Null).
 QStringList sqlColumn(const QString& database, const char* sql);
 
