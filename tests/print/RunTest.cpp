@@ -239,6 +239,7 @@ TEST_F(SampleRun, EarlierEditionMarksThePeriodWhoseStatementsFail) {
                                                               "書類の印刷を継続しますか？\n--- No\n")))
         << refused.standardError.toStdString();
     EXPECT_FALSE(QFile::exists(home.file("no.pdf")));
+    EXPECT_TRUE(refused.standardError.contains(QStringLiteral("=== report ")));
 
     const ProcessResult r =
         run({"--mode", "1", "--periods", "all", "--yes", "--print-to", home.file("marked.pdf"), earlier});
