@@ -3,6 +3,8 @@
 // and hands over to Main.
 #include "platform/AppObject.h"
 #include "platform/Fonts.h"
+#include "platform/LayoutProof.h"
+#include "platform/VbError.h"
 #include "startup/BatchUserInterface.h"
 #include "startup/CommandLine.h"
 #include "startup/QtUserInterface.h"
@@ -45,6 +47,24 @@ bool displayAvailable() {
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+// A developer's proof of a layout: every field shows its own name.
+int writeProof(int argc, char** argv, const kelvary::CommandLine& cl) {
+    using namespace kelvary;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(quietPlatformNotices);
+    QApplication application(argc, argv);
+    installFontSubstitutions();
+    app::setPath(cl.home.isEmpty() ? qEnvironmentVariable("KELVARY_HOME") : cl.home);
+    setUserInterface(std::make_unique<BatchUserInterface>(false));
+    try {
+        writeLayoutProof(app::path() + QStringLiteral("/PrintFile/") + cl.proofLayout, cl.proofPdf);
+    } catch (const VbError& e) {
+        print(stderr, QStringLiteral("kelvary: %1\n").arg(e.description()));
+        return ExitError;
+    }
+    return ExitOutput;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -63,6 +83,8 @@ int main(int argc, char** argv) {
         print(stdout, QStringLiteral("kelvary %1\n").arg(gstrAppVersion()));
         return ExitOutput;
     }
+
+    if (!cl.proofLayout.isEmpty()) return writeProof(argc, argv, cl);
 
     // Batch mode needs no display: it chooses the offscreen platform itself.
     if (cl.batch.enabled) {

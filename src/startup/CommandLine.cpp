@@ -35,10 +35,13 @@ struct Options {
     QCommandLineOption printTo{QStringLiteral("print-to"), QStringLiteral("batch: print into this PDF file instead of the printer"), QStringLiteral("FILE")};
     QCommandLineOption help{QStringList{QStringLiteral("help"), QStringLiteral("h")}, QStringLiteral("show this help")};
     QCommandLineOption version{QStringLiteral("version"), QStringLiteral("show the version")};
+    QCommandLineOption layoutProof{QStringLiteral("layout-proof"),
+                                   QStringLiteral("developers: print layout NAME of PrintFile/ with its field names into OUT.pdf"),
+                                   QStringLiteral("NAME")};
 
     void addTo(QCommandLineParser& parser) const {
         parser.addOptions({home, pdf, agent, mode, parentText, batch, periods, course, proxy,
-                           sendResult, noApplication, noStatements, yes, printTo, help, version});
+                           sendResult, noApplication, noStatements, yes, printTo, help, version, layoutProof});
         parser.addPositionalArgument(QStringLiteral("APPLICATION_FILE"), QStringLiteral("the application data file"));
     }
 };
@@ -65,6 +68,14 @@ CommandLineResult parseCommandLine(const QStringList& arguments) {
     c.showHelp = parser.isSet(o.help);
     c.showVersion = parser.isSet(o.version);
     if (c.showHelp || c.showVersion) return {c, QString()};
+    if (parser.isSet(o.layoutProof)) {
+        c.home = parser.value(o.home);
+        c.proofLayout = parser.value(o.layoutProof);
+        const QStringList rest = parser.positionalArguments();
+        if (rest.size() != 1) return {std::nullopt, QStringLiteral("--layout-proof NAME takes one output PDF file")};
+        c.proofPdf = rest.front();
+        return {c, QString()};
+    }
 
     c.home = parser.value(o.home);
     c.pdfFile = parser.value(o.pdf);

@@ -39,6 +39,9 @@ struct CommandLine {
     BatchOptions batch;
     bool showHelp = false;
     bool showVersion = false;
+    // --layout-proof NAME OUT.pdf: a developer's picture of a layout's fields.
+    QString proofLayout;
+    QString proofPdf;
 };
 
 struct CommandLineResult {

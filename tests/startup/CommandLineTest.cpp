@@ -6,6 +6,7 @@
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -105,4 +106,21 @@ TEST(Program, VersionHelpAndUnknownOption) {
     const auto wrong = test::runKelvary({"--no-such-option", "a.dat"});
     EXPECT_EQ(wrong.exitCode, 2);
     EXPECT_EQ(wrong.standardError.count(QLatin1Char('\n')), 1);
+}
+
+TEST(Program, LayoutProofPrintsTheFieldNames) {
+    QTemporaryDir out;
+    const QString pdf = out.filePath(QStringLiteral("proof.pdf"));
+    const auto proof = test::runKelvary({"--home", test::templateDir(), "--layout-proof", "FSQRCode.w30", pdf});
+    ASSERT_EQ(proof.exitCode, 0) << proof.standardError.toStdString();
+    QProcess text;
+    text.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
+    text.waitForFinished(30000);
+    const QString page = QString::fromUtf8(text.readAllStandardOutput());
+    EXPECT_TRUE(page.contains(QStringLiteral("WrText12"))) << page.toStdString();
+    EXPECT_TRUE(page.contains(QStringLiteral("FiscalTerm")));
+
+    const auto missing = test::runKelvary({"--home", test::templateDir(), "--layout-proof", "None.w30", pdf + "2"});
+    EXPECT_EQ(missing.exitCode, 3);
+    EXPECT_TRUE(missing.standardError.contains(QStringLiteral("None.w30")));
 }
