@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QLockFile>
 #include <QTextStream>
 #include <gtest/gtest.h>
@@ -250,6 +251,17 @@ TEST_F(SampleRun, EarlierEditionMarksThePeriodWhoseStatementsFail) {
     EXPECT_TRUE(pages[2].contains(QStringLiteral(" ※")));   // the newest period, first
     EXPECT_FALSE(pages[3].contains(QStringLiteral("※")));
     EXPECT_FALSE(pages[1].contains(QStringLiteral("※")));   // the application itself passed
+}
+
+TEST_F(SampleRun, PrintingIntoAFileGivesTheSamePagesAsThePdfMode) {
+    ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("sent.pdf"), sampleApp()}).exitCode, 0);
+    ASSERT_EQ(run({"--mode", "1", "--periods", "all", "--print-to", home.file("printed.pdf"), sampleApp()}).exitCode, 0);
+    // The document ID carries the start time of its run; everything else matches.
+    static const QRegularExpression idLine(QStringLiteral("\\[ID\\]\\d+"));
+    const QString sent = pdfText(home.file("sent.pdf")).replace(idLine, QStringLiteral("[ID]"));
+    const QString printed = pdfText(home.file("printed.pdf")).replace(idLine, QStringLiteral("[ID]"));
+    EXPECT_EQ(sent.count(QLatin1Char('\f')), 6);
+    EXPECT_EQ(printed, sent);
 }
 
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
