@@ -10,7 +10,7 @@ packages=(
   fonts-ipafont-gothic
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   zbar-tools poppler-utils qpdf
-  time
+  time python3
 )
 
 missing=()
