@@ -8,6 +8,7 @@
 #include "platform/VbFormat.h"
 #include "print/frmPrintPreview.h"
 #include "startup/CommandLine.h"
+#include "startup/RunOutcome.h"
 #include "startup/UserInterface.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
@@ -16,6 +17,25 @@
 #include <QPrinter>
 
 namespace kelvary {
+namespace {
+
+// Thrown where a page is filled while no layout is open: opening it has
+// failed and was reported once, so this manager's members do not report
+// every field again; a caller that meets it reports it as any error.
+struct LayoutNotOpen : VbError {
+    LayoutNotOpen() : VbError(vberr::InvalidProcedureCall, QStringLiteral("帳票ファイルが開かれていません。")) {}
+};
+
+void reportFailure(const QString& place, int mode) {
+    try {
+        throw;
+    } catch (const LayoutNotOpen&) {
+    } catch (...) {
+        ShowErrMsg(place, mode);
+    }
+}
+
+}  // namespace
 
 namespace {
 
@@ -43,6 +63,7 @@ void frmPrintManager::Init(const QString& outputMode) {
     try {
         gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
         mstrOutputMode = outputMode;
+        mlngErrorsAtInit = errorsReported();
         mPages.clear();
         mPdf.reset();
         if (mPdfMode()) {
@@ -52,7 +73,7 @@ void frmPrintManager::Init(const QString& outputMode) {
                                                    QStringLiteral("kelvary ") + gstrAppVersion());
         }
     } catch (...) {
-        ShowErrMsg(QStringLiteral("Init"), 1);
+        reportFailure(QStringLiteral("Init"), 1);
     }
 }
 
@@ -64,13 +85,13 @@ void frmPrintManager::SetPrintFile(const QString& layoutName) {
         document.clearData();
         mDocument = std::move(document);
     } catch (...) {
-        ShowErrMsg(QStringLiteral("SetPrintFile"), 1);
+        reportFailure(QStringLiteral("SetPrintFile"), 1);
     }
 }
 
 LayoutField& frmPrintManager::mField(const QString& fieldName, long suffix, long page, const QString& group) {
     if (!mDocument)
-        throw VbError(vberr::InvalidProcedureCall, QStringLiteral("帳票ファイルが開かれていません。"));
+        throw LayoutNotOpen{};
     return mDocument->field(static_cast<int>(page), fieldNameWithSuffix(fieldName, suffix), group);
 }
 
@@ -87,7 +108,7 @@ void frmPrintManager::OutPutData(const QString& fieldName, const Variant& value,
         field.text = text;
         field.fontName = formFontFamily();
     } catch (...) {
-        ShowErrMsg(QStringLiteral("OutPutData"), 1);
+        reportFailure(QStringLiteral("OutPutData"), 1);
     }
 }
 
@@ -96,7 +117,7 @@ void frmPrintManager::SetImage(const QString& fieldName, const QString& imagePat
         if (!gblnCheckExistFile(imagePath)) return;
         mField(fieldName, suffix, page).imageFile = imagePath;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("SetImage"), 1);
+        reportFailure(QStringLiteral("SetImage"), 1);
     }
 }
 
@@ -104,7 +125,7 @@ void frmPrintManager::SetVisible(const QString& fieldName, bool visible, long su
     try {
         mField(fieldName, suffix, page).visible = visible;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("SetVisible"), 1);
+        reportFailure(QStringLiteral("SetVisible"), 1);
     }
 }
 
@@ -158,7 +179,7 @@ void frmPrintManager::PrintProxyColumn() {
                              QStringLiteral(" FAX:") + gvarGetIniData(QStringLiteral("UserFax"), section).text();
         OutPutData(QStringLiteral("ProxyColumn"), text, 0, 1);
     } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintProxyColumn"), 1);
+        reportFailure(QStringLiteral("mPrintProxyColumn"), 1);
     }
 }
 
@@ -167,7 +188,7 @@ void frmPrintManager::EndPage(bool problemMark) {
         const QString mark = problemMark ? QStringLiteral(" ※") : QString();
         OutPutData(QStringLiteral("VerifyID"), QStringLiteral("[ID]") + mstrVerifyID + mark, 0, 1);
         if (!mDocument)
-            throw VbError(vberr::InvalidProcedureCall, QStringLiteral("帳票ファイルが開かれていません。"));
+            throw LayoutNotOpen{};
         for (int p = 1; p <= mDocument->pageCount(); ++p) {
             if (!mDocument->page(p).visible) continue;
             if (mPdfMode()) {
@@ -178,7 +199,7 @@ void frmPrintManager::EndPage(bool problemMark) {
         }
         mDocument->clearData();
     } catch (...) {
-        ShowErrMsg(QStringLiteral("EndPage"), 1);
+        reportFailure(QStringLiteral("EndPage"), 1);
     }
 }
 
@@ -187,7 +208,7 @@ void frmPrintManager::PrintNoPreview() {
         if (mPdfMode()) return;
         mPrintPreview();
     } catch (...) {
-        ShowErrMsg(QStringLiteral("PrintNoPreview"), 1);
+        reportFailure(QStringLiteral("PrintNoPreview"), 1);
     }
 }
 
@@ -241,9 +262,16 @@ void frmPrintManager::gPdfClose() {
     try {
         if (!mPdf) return;
         std::unique_ptr<PdfFileWriter> pdf = std::move(mPdf);
+        // A run that reported errors would replace the user's earlier file
+        // with a document that may lack pages: the earlier file stays.
+        if (errorsReported() != mlngErrorsAtInit) {
+            gMsgbox(0, QStringLiteral("エラーが発生したため、PDFファイル「") + mstrCommand[1] +
+                           QStringLiteral("」は作成しませんでした。"));
+            return;
+        }
         pdf->commit();
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gPdfClose"), 1);
+        reportFailure(QStringLiteral("gPdfClose"), 1);
     }
 }
 

@@ -4,6 +4,7 @@
 namespace kelvary {
 namespace {
 struct Outcome {
+    long errors = 0;
     bool errorReported = false;
     bool outputProduced = false;
 };
@@ -13,7 +14,11 @@ Outcome& outcome() {
 }
 }  // namespace
 
-void noteErrorReported() { outcome().errorReported = true; }
+void noteErrorReported() {
+    outcome().errorReported = true;
+    ++outcome().errors;
+}
+long errorsReported() { return outcome().errors; }
 void noteOutputProduced() { outcome().outputProduced = true; }
 void resetRunOutcome() { outcome() = Outcome{}; }
 

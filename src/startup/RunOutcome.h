@@ -7,6 +7,8 @@ namespace kelvary {
 enum ExitStatus { ExitOutput = 0, ExitNoOutput = 1, ExitUsage = 2, ExitError = 3 };
 
 void noteErrorReported();
+// How many errors have been reported so far in this process.
+long errorsReported();
 void noteOutputProduced();
 int runExitStatus();
 void resetRunOutcome();

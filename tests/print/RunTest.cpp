@@ -264,6 +264,29 @@ TEST_F(SampleRun, PrintingIntoAFileGivesTheSamePagesAsThePdfMode) {
     EXPECT_EQ(printed, sent);
 }
 
+TEST_F(SampleRun, APdfFolderThatDoesNotExistIsReported) {
+    const ProcessResult r = run({"--mode", "3", "--periods", "all", "--pdf", home.file("no-such-folder/out.pdf"),
+                                 sampleApp()});
+    EXPECT_EQ(r.exitCode, 3);
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("場所： Init\n"))) << r.standardError.toStdString();
+    EXPECT_FALSE(QFile::exists(home.file("no-such-folder/out.pdf")));
+}
+
+TEST_F(SampleRun, AMissingLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
+    QFile earlier(home.file("out.pdf"));
+    ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
+    earlier.write("the user's earlier PDF");
+    earlier.close();
+    ASSERT_TRUE(QFile::remove(home.file("PrintFile/FSQRCode.w30")));
+
+    const ProcessResult r = run({"--mode", "3", "--periods", "all", "--pdf", home.file("out.pdf"), sampleApp()});
+    EXPECT_EQ(r.exitCode, 3);
+    EXPECT_EQ(r.standardError.count(QStringLiteral("帳票ファイル「FSQRCode.w30」が見つかりません。")), 3);
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 3) << r.standardError.toStdString();
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("は作成しませんでした。")));
+    EXPECT_EQ(fileBytes(home.file("out.pdf")), QByteArray("the user's earlier PDF"));
+}
+
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
     const ProcessResult r = run({"--mode", "3", home.file("no-such.dat")});
     EXPECT_EQ(r.exitCode, 3);
