@@ -60,9 +60,9 @@ NOTE_PHRASES = [
 
 
 def load_sample_module():
-    spec = importlib.util.spec_from_file_location("make_sample", DATA / "sample" / "make_sample.py")
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
+    found = importlib.util.spec_from_file_location("make_sample", DATA / "sample" / "make_sample.py")
+    module = importlib.util.module_from_spec(found)
+    found.loader.exec_module(module)
     return module
 
 
