@@ -5,7 +5,7 @@
 
 #include "platform/AppObject.h"
 #include "platform/TestDatabase.h"
-#include "support/RecordingUi.h"
+#include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -19,20 +19,8 @@ const char* const kLinkedTables[] = {"T_FS",     "T_FSCapitalCol", "T_FSCapitalR
 
 class ShippedDatabase : public ::testing::Test {
 protected:
-    void SetUp() override {
-        app::setPath(home.path());
-        gstrConnectionString =
-            QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + home.file(QStringLiteral("SystemData.mdb"));
-        gobjConnection = gobjOpenConnection();
-        ASSERT_TRUE(gobjConnection) << "the program folder's SystemData.mdb does not open";
-    }
-    void TearDown() override {
-        gobjConnection.reset();
-        gstrConnectionString.clear();
-        app::setPath(QString());
-    }
-    test::ScratchHome home;
-    test::RecordingUiGuard ui;
+    void SetUp() override { ASSERT_TRUE(gobjConnection) << "the program folder's SystemData.mdb does not open"; }
+    test::ConnectedHome home;
 };
 
 TEST_F(ShippedDatabase, EveryLinkedTableReadsTheEmptyDummy) {
@@ -42,7 +30,7 @@ TEST_F(ShippedDatabase, EveryLinkedTableReadsTheEmptyDummy) {
         EXPECT_EQ(rs.recordCount(), 0) << table;
         EXPECT_GT(rs.fieldCount(), 0) << table;
     }
-    EXPECT_TRUE(ui->messages.isEmpty());
+    EXPECT_TRUE(home.ui().messages.isEmpty());
 }
 
 TEST_F(ShippedDatabase, WorkingTablesEmptyInStartUpOrder) {
@@ -50,14 +38,14 @@ TEST_F(ShippedDatabase, WorkingTablesEmptyInStartUpOrder) {
                               "TmpFSCapitalRow", "TmpFSCapitalCol", "TmpOldFSInfoData", "TmpOldFSItemData",
                               "TmpOldFSNoteData"})
         gInitTable(QString::fromLatin1(table));
-    EXPECT_TRUE(ui->messages.isEmpty());
+    EXPECT_TRUE(home.ui().messages.isEmpty());
     EXPECT_EQ(glngGetMaxValue(QStringLiteral("IndexID"), QStringLiteral("tblIndex"), QString()), 0);
 }
 
 TEST_F(ShippedDatabase, AllLinksFollowTheSampleSiblingDatabase) {
     const QString sample = home.file(QStringLiteral("sample/Ledra.mdb"));
     for (const char* table : kLinkedTables) gRefreshLinkTable(QString::fromLatin1(table), sample);
-    EXPECT_TRUE(ui->messages.isEmpty());
+    EXPECT_TRUE(home.ui().messages.isEmpty());
     Recordset rs = gobjMakeRecordset(QStringLiteral("Select * From T_FS Order By FSDataCode Desc"));
     ASSERT_FALSE(rs.isNothing());
     EXPECT_EQ(QStringLiteral("integer:%1").arg(rs.recordCount()),

@@ -40,11 +40,9 @@ const char* const kSiblingSchema =
 class DatabaseRoutines : public ::testing::Test {
 protected:
     void SetUp() override {
-        app::setPath(home.path());
-        writeFile(home.filePath(QStringLiteral("UserData.ini")), "[System]\r\nShowErrMsg=-1\r\n");
-        database = home.filePath(QStringLiteral("SystemData.mdb"));
+        database = home.file(QStringLiteral("SystemData.mdb"));
         makeDatabase(database, kWorkingSchema);
-        makeDatabase(home.filePath(QStringLiteral("Ledra_dummy.mdb")), kSiblingSchema);
+        makeDatabase(home.file(QStringLiteral("Ledra_dummy.mdb")), kSiblingSchema);
         gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + database;
         gobjConnection = gobjOpenConnection();
         ASSERT_TRUE(gobjConnection);
@@ -52,7 +50,6 @@ protected:
     void TearDown() override {
         gobjConnection.reset();
         gstrConnectionString.clear();
-        app::setPath(QString());
     }
 
     QStringList errorBoxes() {
@@ -64,7 +61,7 @@ protected:
 
     QString stored(const char* sql) const { return storedValue(database, sql); }
 
-    QTemporaryDir home;
+    test::ProgramFolder home{"[System]\r\nShowErrMsg=-1\r\n"};
     test::RecordingUiGuard ui;
     QString database;
 };
@@ -257,12 +254,12 @@ TEST_F(DatabaseRoutines, InitTableEmptiesTheTable) {
 }
 
 TEST_F(DatabaseRoutines, OpenConnectionRefusesWhatItCannotRead) {
-    const QString jet = home.filePath(QStringLiteral("Jet.mdb"));
+    const QString jet = home.file(QStringLiteral("Jet.mdb"));
     writeFile(jet, test::hexBytes("00 01 00 00 53 74 61 6E 64 61 72 64 20 4A 65 74 20 44 42 00") +
                        QByteArray(1024, '\0'));
     const QString strings[] = {
         QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + jet,
-        QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + home.filePath(QStringLiteral("none.mdb")),
+        QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + home.file(QStringLiteral("none.mdb")),
         QStringLiteral("provider=microsoft.jet.oledb.4.0"),
     };
     for (const QString& connectionString : strings) {
@@ -274,7 +271,7 @@ TEST_F(DatabaseRoutines, OpenConnectionRefusesWhatItCannotRead) {
     EXPECT_TRUE(errorBoxes()[0].contains(QStringLiteral("このプログラムで読み取れるデータベースではありません")));
     EXPECT_TRUE(errorBoxes()[0].endsWith(QStringLiteral("処理を続けます。")));
     EXPECT_TRUE(errorBoxes()[1].contains(QStringLiteral("見つかりません")));
-    EXPECT_FALSE(QFile::exists(home.filePath(QStringLiteral("none.mdb"))));
+    EXPECT_FALSE(QFile::exists(home.file(QStringLiteral("none.mdb"))));
 }
 
 class LinkedTables : public DatabaseRoutines {
@@ -282,7 +279,7 @@ protected:
     void SetUp() override {
         DatabaseRoutines::SetUp();
         ASSERT_TRUE(QDir(home.path()).mkpath(QStringLiteral("ledra data")));
-        ledra = home.filePath(QStringLiteral("ledra data/Ledra.mdb"));
+        ledra = home.file(QStringLiteral("ledra data/Ledra.mdb"));
         makeDatabase(ledra, kSiblingSchema);
         makeDatabase(ledra,
                      "INSERT INTO T_FS VALUES (31, 7, 12, '2007-04-01', '甲建設', 1);"
@@ -327,13 +324,13 @@ TEST_F(LinkedTables, RepointingReadsTheNewFileAndIsKept) {
     EXPECT_EQ(periods(), QStringLiteral("32;31;"));
 
     // And back to the dummy beside the program.
-    gRefreshLinkTable(QStringLiteral("T_FS"), home.filePath(QStringLiteral("Ledra_dummy.mdb")));
+    gRefreshLinkTable(QStringLiteral("T_FS"), home.file(QStringLiteral("Ledra_dummy.mdb")));
     EXPECT_EQ(periods(), QString());
 }
 
 TEST_F(LinkedTables, UnreadableFileIsReportedAndTheOldLinkStays) {
     gRefreshLinkTable(QStringLiteral("T_FS"), ledra);
-    const QString jet = home.filePath(QStringLiteral("Jet.mdb"));
+    const QString jet = home.file(QStringLiteral("Jet.mdb"));
     writeFile(jet, test::hexBytes("00 01 00 00 53 74 61 6E 64 61 72 64 20 4A 65 74 20 44 42 00") +
                        QByteArray(1024, '\0'));
     EXPECT_FALSE(gRefreshLinkTable(QStringLiteral("T_FS"), jet));
@@ -345,7 +342,7 @@ TEST_F(LinkedTables, UnreadableFileIsReportedAndTheOldLinkStays) {
     EXPECT_EQ(stored("SELECT DataSource FROM tblLinkTable WHERE TableName='T_FS'"),
               QStringLiteral("text:") + ledra);
 
-    gRefreshLinkTable(QStringLiteral("T_FS"), home.filePath(QStringLiteral("gone/Ledra.mdb")));
+    gRefreshLinkTable(QStringLiteral("T_FS"), home.file(QStringLiteral("gone/Ledra.mdb")));
     EXPECT_EQ(errorBoxes().size(), 2);
     EXPECT_EQ(periods(), QStringLiteral("32;31;"));
 }
@@ -359,7 +356,7 @@ TEST_F(LinkedTables, TableThatIsNotALinkIsReported) {
 
 TEST_F(LinkedTables, MissingLinkedFileLeavesOnlyThatTableUnreadable) {
     gobjConnection.reset();
-    ASSERT_TRUE(QFile::remove(home.filePath(QStringLiteral("Ledra_dummy.mdb"))));
+    ASSERT_TRUE(QFile::remove(home.file(QStringLiteral("Ledra_dummy.mdb"))));
     gobjConnection = gobjOpenConnection();
     ASSERT_TRUE(gobjConnection);
     EXPECT_TRUE(errorBoxes().isEmpty());

@@ -3,29 +3,16 @@
 // code under test.
 #pragma once
 
+#include "support/ConnectedHome.h"
+
 #include <sqlite3.h>
 
-#include <QByteArray>
-#include <QFile>
 #include <QString>
-
-#include <gtest/gtest.h>
 
 namespace kelvary::test {
 
 // Creates (or extends) a database file by running the SQL script in it.
-inline void makeDatabase(const QString& path, const char* script) {
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &db), SQLITE_OK);
-    // Scratch files: no need to wait for the disk.
-    sqlite3_exec(db, "PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
-    char* error = nullptr;
-    const int rc = sqlite3_exec(db, script, nullptr, nullptr, &error);
-    const QString message = QString::fromUtf8(error ? error : "");
-    sqlite3_free(error);
-    sqlite3_close(db);
-    ASSERT_EQ(rc, SQLITE_OK) << message.toStdString();
-}
+inline void makeDatabase(const QString& path, const char* script) { sqlExec(path, script); }
 
 // The first column of the first row as SQLite stores it, written as
 // "typeof:value" (for example "text:2008-04-01", "integer:1", "null:").
@@ -46,12 +33,6 @@ inline QString storedValue(const QString& path, const char* sql) {
     sqlite3_finalize(st);
     sqlite3_close(db);
     return result;
-}
-
-inline void writeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
 }  // namespace kelvary::test

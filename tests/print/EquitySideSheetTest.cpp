@@ -8,7 +8,6 @@
 
 #include <QRegularExpression>
 
-#include <sqlite3.h>
 
 namespace kelvary {
 namespace {
@@ -35,15 +34,7 @@ protected:
     }
 
     // Runs statements on the sibling database the links point at.
-    void sibling(const std::string& sql) {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(home.file(QStringLiteral("Ledra_dummy.mdb")).toUtf8().constData(), &db), SQLITE_OK);
-        char* message = nullptr;
-        EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &message), SQLITE_OK)
-            << (message ? message : "") << " in " << sql;
-        sqlite3_free(message);
-        sqlite3_close(db);
-    }
+    void sibling(const std::string& sql) { test::sqlExec(home.file(QStringLiteral("Ledra_dummy.mdb")), sql.c_str()); }
 
     // Rows named 行1, 行2 … with 1,000 yen times their number as the total.
     void rows(int count, int firstRowNo = 1) {

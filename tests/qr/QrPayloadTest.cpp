@@ -5,7 +5,7 @@
 #include "platform/AppObject.h"
 #include "platform/VbError.h"
 
-#include <QTemporaryDir>
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -60,12 +60,9 @@ TEST(QrPayloadCleaning, AsciiSeparatorsAndLineBreaksAreReplaced) {
 }
 
 TEST(QrPayloadFiles, ImageInTempOfTheProgramFolder) {
-    const QString previous = app::path();
-    const QTemporaryDir home;
-    app::setPath(home.path());
+    const test::ProgramFolder home;
     EXPECT_EQ(qr::mstrGetImageFile(QStringLiteral("ZaimuData0_1")),
               home.path() + QStringLiteral("/Temp/ZaimuData0_1.bmp"));
-    app::setPath(previous);
 }
 
 }  // namespace

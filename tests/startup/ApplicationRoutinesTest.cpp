@@ -4,6 +4,7 @@
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
 #include "support/RecordingUi.h"
+#include "support/TestSupport.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -100,23 +101,7 @@ TEST(gstrAppVersion, JoinedWithFullStopAndBlank) {
     EXPECT_TRUE(gstrAppVersion().contains(QRegularExpression(QStringLiteral("^\\d+\\. \\d+\\. \\d+$"))));
 }
 
-namespace {
-class IniFolder {
-public:
-    explicit IniFolder(const QByteArray& ini) {
-        QFile f(dir_.filePath(QStringLiteral("UserData.ini")));
-        f.open(QIODevice::WriteOnly);
-        f.write(ini);
-        f.close();
-        app::setPath(dir_.path());
-    }
-    ~IniFolder() { app::setPath(QString()); }
-    QString path() const { return dir_.path(); }
-
-private:
-    QTemporaryDir dir_;
-};
-}  // namespace
+using IniFolder = test::ProgramFolder;
 
 TEST(gstrMakeProxyString, FourOrFiveLines) {
     {

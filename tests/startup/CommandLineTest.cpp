@@ -73,15 +73,9 @@ TEST(gCommandGet, FourFieldsAfterTheFirstSlash) {
 }
 
 TEST(gCommandGet, TooFewFieldsIsReportedInModeOne) {
-    QTemporaryDir home;
-    QFile ini(home.filePath(QStringLiteral("UserData.ini")));
-    ini.open(QIODevice::WriteOnly);
-    ini.write("[System]\r\nShowErrMsg=-1\r\n");
-    ini.close();
-    app::setPath(home.path());
+    const test::ProgramFolder home("[System]\r\nShowErrMsg=-1\r\n");
     test::RecordingUiGuard ui;
     const Fields f = split(QStringLiteral("/a.dat/b.pdf"));
-    app::setPath(QString());
     EXPECT_EQ(f.f1, QStringLiteral("a.dat"));
     EXPECT_EQ(f.f2, QStringLiteral("b.pdf"));
     EXPECT_EQ(f.f3, QString());

@@ -9,27 +9,19 @@
 #include "intake/ApplicationFlags.h"
 #include "platform/AppObject.h"
 
-#include <sqlite3.h>
+#include "support/ConnectedHome.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace kelvary::test {
 
 class MenuTestHome {
 public:
     MenuTestHome() {
-        app::setPath(dir_.path());
         app::setCommandLine(QString());
         gblnRepresentation = false;
         glngSinseiType = 0;
-        QFile ini(dir_.filePath(QStringLiteral("UserData.ini")));
-        if (ini.open(QIODevice::WriteOnly)) ini.write("[System]\r\nShowErrMsg=-1\r\n");
         run(kSchema);
-        gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") +
-                               dir_.filePath(QStringLiteral("SystemData.mdb"));
+        gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + database();
         gobjConnection = gobjOpenConnection();
     }
     ~MenuTestHome() {
@@ -38,44 +30,18 @@ public:
         gblnRepresentation = false;
         glngSinseiType = 0;
         app::setCommandLine(QString());
-        app::setPath(QString());
     }
     MenuTestHome(const MenuTestHome&) = delete;
     MenuTestHome& operator=(const MenuTestHome&) = delete;
 
     // Runs SQL on the database file directly.
-    void run(const char* sql) {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(databasePath().constData(), &db), SQLITE_OK);
-        char* error = nullptr;
-        const int rc = sqlite3_exec(db, sql, nullptr, nullptr, &error);
-        const std::string message = error ? error : "";
-        sqlite3_free(error);
-        sqlite3_close(db);
-        ASSERT_EQ(rc, SQLITE_OK) << message;
-    }
+    void run(const char* sql) { sqlExec(database(), sql); }
 
     // The first column of every row, as SQLite stores it, joined by ",".
-    QString column(const char* sql) {
-        sqlite3* db = nullptr;
-        QString result;
-        if (sqlite3_open(databasePath().constData(), &db) == SQLITE_OK) {
-            sqlite3_stmt* st = nullptr;
-            if (sqlite3_prepare_v2(db, sql, -1, &st, nullptr) == SQLITE_OK) {
-                while (sqlite3_step(st) == SQLITE_ROW) {
-                    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(st, 0));
-                    if (!result.isEmpty()) result += QLatin1Char(',');
-                    result += text ? QString::fromUtf8(text) : QStringLiteral("NULL");
-                }
-            }
-            sqlite3_finalize(st);
-        }
-        sqlite3_close(db);
-        return result;
-    }
+    QString column(const char* sql) { return sqlColumn(database(), sql).join(QLatin1Char(',')); }
 
 private:
-    QByteArray databasePath() const { return dir_.filePath(QStringLiteral("SystemData.mdb")).toUtf8(); }
+    QString database() const { return folder_.file(QStringLiteral("SystemData.mdb")); }
 
     // The tables as the program's database declares them; the two courses
     // are the codes the menu's buttons stand for.
@@ -90,7 +56,7 @@ private:
         CREATE TABLE tblHantoku (HantokuID INTEGER, HantokuText TEXT);
     )sql";
 
-    QTemporaryDir dir_;
+    ProgramFolder folder_{"[System]\r\nShowErrMsg=-1\r\n"};
 };
 
 }  // namespace kelvary::test

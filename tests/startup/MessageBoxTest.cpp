@@ -6,6 +6,7 @@
 #include "startup/QtUserInterface.h"
 #include "startup/mdlFunctionStandard.h"
 #include "support/RecordingUi.h"
+#include "support/TestSupport.h"
 
 #include <QApplication>
 #include <QFile>
@@ -21,27 +22,11 @@ using kelvary::test::RecordingUiGuard;
 
 namespace {
 
-// A program folder of its own with the given UserData.ini text (ASCII only here).
-class ProgramFolder {
-public:
-    explicit ProgramFolder(const char* ini) {
-        if (ini) {
-            QFile f(dir_.filePath(QStringLiteral("UserData.ini")));
-            f.open(QIODevice::WriteOnly);
-            f.write(ini);
-        }
-        app::setPath(dir_.path());
-    }
-    ~ProgramFolder() { app::setPath(QString()); }
-    QString log() const {
-        QFile f(dir_.filePath(QStringLiteral("Temp/kelvary.log")));
-        f.open(QIODevice::ReadOnly);
-        return QString::fromUtf8(f.readAll());
-    }
+using test::ProgramFolder;
 
-private:
-    QTemporaryDir dir_;
-};
+QString logText(const ProgramFolder& folder) {
+    return QString::fromUtf8(test::readFile(folder.file(QStringLiteral("Temp/kelvary.log"))));
+}
 
 bool reportInMode(int mode, long number) {
     try {
@@ -140,12 +125,12 @@ TEST(ShowErrMsg, MissingItemHasItsOwnFirstLineAndPositionIsShown) {
 }
 
 TEST(ShowErrMsg, SilentWithoutSettingButAlwaysLogged) {
-    ProgramFolder folder(nullptr);
+    ProgramFolder folder;
     RecordingUiGuard ui;
     ui->yesNoAnswer = MsgAnswer::Yes;
     EXPECT_FALSE(reportInMode(2, 13));
     EXPECT_TRUE(ui->messages.isEmpty());
-    EXPECT_TRUE(folder.log().contains(QStringLiteral("場所： 場所A")));
+    EXPECT_TRUE(logText(folder).contains(QStringLiteral("場所： 場所A")));
 }
 
 TEST(ShowErrMsg, OtherValuesThanMinusOneKeepItSilent) {

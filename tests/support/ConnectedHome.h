@@ -32,10 +32,21 @@ private:
     RecordingUiGuard ui_;
 };
 
-// Runs statements on a database file with SQLite directly.
+// Runs statements on a database file with SQLite directly, making the file
+// if it is not there yet.
 void sqlExec(const QString& database, const char* sql);
+inline void sqlExec(const QString& database, const QString& sql) { sqlExec(database, sql.toUtf8().constData()); }
 
 // The first column of every row of a query, as text ("NULL" for Null).
 QStringList sqlColumn(const QString& database, const char* sql);
+
+// Each row of a query as its columns' texts joined by "|", Null as "NULL".
+QStringList sqlRows(const QString& database, const QString& query);
+
+// The places ("場所：" lines) of the error reports shown so far.
+QStringList errorPlaces(const RecordingUi& ui);
+
+// The whole text of every message shown so far, error reports included.
+QString messageTexts(const RecordingUi& ui);
 
 }  // namespace kelvary::test

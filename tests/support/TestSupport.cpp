@@ -7,12 +7,27 @@
 #include <QFileInfo>
 #include <QProcess>
 
+#include "platform/AppObject.h"
+
+#include <gtest/gtest.h>
+
 namespace kelvary::test {
 
 QByteArray hexBytes(const char* hex) {
     QByteArray digits(hex);
     digits.replace(' ', "");
     return QByteArray::fromHex(digits);
+}
+
+QByteArray readFile(const QString& path) {
+    QFile in(path);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+}
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QFile out(path);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
+    ASSERT_EQ(out.write(bytes), bytes.size()) << path.toStdString();
 }
 
 QString appDir() { return QStringLiteral(KELVARY_TEST_APP_DIR); }
@@ -54,5 +69,12 @@ ScratchHome::ScratchHome() {
         QFile::copy(from, to);
     }
 }
+
+ProgramFolder::ProgramFolder(const QByteArray& ini) {
+    if (!ini.isNull()) writeFile(file(QStringLiteral("UserData.ini")), ini);
+    app::setPath(dir_.path());
+}
+
+ProgramFolder::~ProgramFolder() { app::setPath(QString()); }
 
 }  // namespace kelvary::test

@@ -12,6 +12,10 @@ namespace kelvary::test {
 // Bytes from a hex string such as "82 a0 81 7c" (blanks ignored).
 QByteArray hexBytes(const char* hex);
 
+// A file's bytes (empty when it cannot be read), and writing them.
+QByteArray readFile(const QString& path);
+void writeFile(const QString& path, const QByteArray& bytes);
+
 // The built program folder (build/app), the untouched template of its data
 // (build/app-template) and the test data folder (tests/data).
 QString appDir();
@@ -34,6 +38,21 @@ ProcessResult runKelvary(const QStringList& arguments, int timeoutMs = 60000,
 class ScratchHome {
 public:
     ScratchHome();
+    QString path() const { return dir_.path(); }
+    QString file(const QString& name) const { return dir_.filePath(name); }
+
+private:
+    QTemporaryDir dir_;
+};
+
+// An empty program folder of its own, with a UserData.ini of the given text
+// when there is one; the program's folder points at it while it lives.
+class ProgramFolder {
+public:
+    explicit ProgramFolder(const QByteArray& ini = QByteArray());
+    ~ProgramFolder();
+    ProgramFolder(const ProgramFolder&) = delete;
+    ProgramFolder& operator=(const ProgramFolder&) = delete;
     QString path() const { return dir_.path(); }
     QString file(const QString& name) const { return dir_.filePath(name); }
 
