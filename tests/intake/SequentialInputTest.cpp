@@ -20,9 +20,7 @@ class SequentialInputTest : public ::testing::Test {
 protected:
     QString write(const QByteArray& bytes) {
         const QString path = dir_.filePath(QStringLiteral("app%1.dat").arg(++count_));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        test::writeFile(path, bytes);
         return path;
     }
 

@@ -4,6 +4,7 @@
 #include "platform/LayoutProof.h"
 #include "platform/PdfCheck.h"
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -30,11 +31,7 @@ TEST(LayoutProof, ShowsEveryPageAndEveryFieldByName) {
     installFontSubstitutions();
     QTemporaryDir dir;
     const QString layout = dir.filePath(QStringLiteral("Proof.w30"));
-    {
-        QFile file(layout);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(kLayout);
-    }
+    test::writeFile(layout, kLayout);
     const QString pdf = dir.filePath(QStringLiteral("proof.pdf"));
     writeLayoutProof(layout, pdf);
     EXPECT_EQ(test::qpdfCheck(pdf), 0);
@@ -49,11 +46,7 @@ TEST(LayoutProof, ShowsEveryPageAndEveryFieldByName) {
 TEST(LayoutProof, ABrokenLayoutWritesNoFile) {
     QTemporaryDir dir;
     const QString layout = dir.filePath(QStringLiteral("Broken.w30"));
-    {
-        QFile file(layout);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("{\"pages\": [");
-    }
+    test::writeFile(layout, "{\"pages\": [");
     const QString pdf = dir.filePath(QStringLiteral("proof.pdf"));
     EXPECT_THROW(writeLayoutProof(layout, pdf), VbError);
     EXPECT_FALSE(QFile::exists(pdf));

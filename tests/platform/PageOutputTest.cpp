@@ -7,6 +7,7 @@
 #include "platform/PageOutput.h"
 #include "platform/PdfCheck.h"
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -156,21 +157,14 @@ TEST_F(PageOutput, QrImagesStayReadableAtLargeAndSmallScales) {
 
 TEST_F(PageOutput, AnUnfinishedFileNeverReplacesAnEarlierOne) {
     const QString pdf = path(QStringLiteral("keep.pdf"));
-    {
-        QFile earlier(pdf);
-        ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
-        earlier.write("%PDF-1.4 earlier run\n");
-    }
+    test::writeFile(pdf, "%PDF-1.4 earlier run\n");
     LayoutDocument doc = form();
     {
         PdfFileWriter writer(pdf, QString(), QString());
         writer.addPage(recordLayoutPage(doc, 1));
         // The run fails here: the writer goes without commit().
     }
-    QFile kept(pdf);
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), QByteArray("%PDF-1.4 earlier run\n"));
-    kept.close();
+    EXPECT_EQ(test::readFile(pdf), QByteArray("%PDF-1.4 earlier run\n"));
     EXPECT_EQ(folderEntries(), QStringList{QStringLiteral("keep.pdf")});
 
     // Committing without pages leaves the earlier file too.
@@ -178,9 +172,7 @@ TEST_F(PageOutput, AnUnfinishedFileNeverReplacesAnEarlierOne) {
         PdfFileWriter writer(pdf, QString(), QString());
         writer.commit();
     }
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), QByteArray("%PDF-1.4 earlier run\n"));
-    kept.close();
+    EXPECT_EQ(test::readFile(pdf), QByteArray("%PDF-1.4 earlier run\n"));
 
     {
         PdfFileWriter writer(pdf, QString(), QString());

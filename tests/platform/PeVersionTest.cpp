@@ -110,11 +110,8 @@ QByteArray patched16(const QByteArray& image, qsizetype offset, quint16 value) {
 class PeVersionTest : public ::testing::Test {
 protected:
     QString save(const QString& name, const QByteArray& bytes) const {
-        const QString file = dir_.filePath(name);
-        QFile out(file);
-        EXPECT_TRUE(out.open(QIODevice::WriteOnly));
-        out.write(bytes);
-        return file;
+        test::writeFile(dir_.filePath(name), bytes);
+        return dir_.filePath(name);
     }
     QString folder() const { return dir_.path(); }
 

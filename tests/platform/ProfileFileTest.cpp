@@ -35,11 +35,7 @@ class ProfileFileTest : public ::testing::Test {
 protected:
     QString path(const QString& name = QStringLiteral("UserData.ini")) const { return dir_.filePath(name); }
 
-    void put(const QByteArray& bytes) const {
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
+    void put(const QByteArray& bytes) const { test::writeFile(path(), bytes); }
 
     QByteArray bytes() const {
         QFile file(path());

@@ -133,9 +133,7 @@ TEST(gstrProgramInfo, FolderForms) {
 
 TEST(gblnCheckExistFile, FilesAndFolders) {
     QTemporaryDir dir;
-    QFile f(dir.filePath(QStringLiteral("a.txt")));
-    f.open(QIODevice::WriteOnly);
-    f.close();
+    test::writeFile(dir.filePath(QStringLiteral("a.txt")), QByteArray());
     EXPECT_TRUE(gblnCheckExistFile(dir.filePath(QStringLiteral("a.txt"))));
     EXPECT_FALSE(gblnCheckExistFile(dir.filePath(QStringLiteral("b.txt"))));
     EXPECT_FALSE(gblnCheckExistFile(QString()));

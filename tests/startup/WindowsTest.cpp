@@ -4,6 +4,7 @@
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlVersion.h"
+#include "support/TestSupport.h"
 
 #include <QApplication>
 #include <QFile>
@@ -44,11 +45,8 @@ TEST(gMsgForm, ShowsUpdatesAndClosesAboveTheMainWindow) {
 
 TEST(gstrGetFileVersion, EmptyForFilesWithoutAVersion) {
     QTemporaryDir dir;
-    QFile text(dir.filePath(QStringLiteral("notes.txt")));
-    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
-    text.write("MZ but not really an executable");
-    text.close();
-    EXPECT_EQ(gstrGetFileVersion(text.fileName()), QString());
+    test::writeFile(dir.filePath(QStringLiteral("notes.txt")), "MZ but not really an executable");
+    EXPECT_EQ(gstrGetFileVersion(dir.filePath(QStringLiteral("notes.txt"))), QString());
     EXPECT_EQ(gstrGetFileVersion(dir.filePath(QStringLiteral("missing.exe"))), QString());
     EXPECT_EQ(gstrGetFileVersion(QString()), QString());
 }
