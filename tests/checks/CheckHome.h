@@ -10,10 +10,6 @@
 
 #include <QString>
 
-#include <ostream>
-
-// Failed comparisons show the Japanese texts themselves, not their code units.
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
 
 namespace kelvary::test {
 

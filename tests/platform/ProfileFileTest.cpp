@@ -24,7 +24,6 @@ static void PrintTo(const QByteArray& bytes, std::ostream* os) {
     }
     *os << '"';
 }
-static void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
 
 namespace kelvary {
 namespace {

@@ -16,10 +16,6 @@
 #include <QDir>
 
 #include <memory>
-#include <ostream>
-
-// Failed comparisons show the Japanese texts themselves.
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
 
 namespace kelvary::test {
 

@@ -38,13 +38,10 @@ TEST(glngLen, CountsCp932Bytes) {
     EXPECT_EQ(glngLen(Variant(1234)), 4);
 }
 
-TEST(gvarEraDateText, EraDateWithPaddedNumbers) {
+TEST(gvarEraDateText, PaddedNumbersAndTheBlankTemplateForNull) {
     EXPECT_EQ(gvarEraDateText(Variant(QDate(2008, 4, 1)), 2).text(), QStringLiteral("平成20年 4月 1日"));
     EXPECT_EQ(gvarEraDateText(Variant(QDate(2019, 5, 1)), 2).text(), QStringLiteral("令和 1年 5月 1日"));
     EXPECT_EQ(gvarEraDateText(Variant(QDate(2019, 4, 30)), 2).text(), QStringLiteral("平成31年 4月30日"));
-}
-
-TEST(gvarEraDateText, NullKeepsTheBlankTemplate) {
     EXPECT_EQ(gvarEraDateText(Variant::null(), 2).text(), QStringLiteral("      年  月  日"));
     EXPECT_EQ(gvarEraDateText(Variant::null(), 3).text(), QStringLiteral("       年   月   日"));
 }

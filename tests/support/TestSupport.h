@@ -7,6 +7,11 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <ostream>
+
+// Failed comparisons show Japanese texts themselves, not their code units.
+inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
+
 namespace kelvary::test {
 
 // Bytes from a hex string such as "82 a0 81 7c" (blanks ignored).
