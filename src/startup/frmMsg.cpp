@@ -64,9 +64,4 @@ void gMsgForm(int mode, const QString& text) {
     }
 }
 
-QString currentProgressText() {
-    const QPointer<frmMsg>& form = loadedInstance();
-    return form ? form->msgText() : QString();
-}
-
 }  // namespace kelvary
