@@ -11,6 +11,8 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   zbar-tools poppler-utils qpdf
   time python3
+  dpkg-dev desktop-file-utils man-db
+  clang libclang-rt-14-dev
 )
 
 missing=()

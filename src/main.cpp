@@ -10,10 +10,15 @@
 #include "startup/QtUserInterface.h"
 #include "startup/RunOutcome.h"
 #include "startup/mdlFunctionApplication.h"
+#include "startup/ProgramFolder.h"
+#include "startup/mdlFunctionStandard.h"
 #include "startup/mdlSubMain.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
 #include <QFont>
+#include <QStandardPaths>
 #include <QStringList>
 
 #include <cstdio>
@@ -65,6 +70,27 @@ int writeProof(int argc, char** argv, const kelvary::CommandLine& cl) {
     return ExitOutput;
 }
 
+// The folder named by --home or KELVARY_HOME, else the program's own, or
+// for an installed copy the user's folder made ready from it. Empty when
+// that folder cannot be made; the user has then been told why.
+QString workingFolder(const kelvary::CommandLine& cl) {
+    using namespace kelvary;
+    QString home = cl.home;
+    if (home.isEmpty()) home = qEnvironmentVariable("KELVARY_HOME");
+    if (!home.isEmpty()) return home;
+    const ProgramFolderChoice choice =
+        chooseProgramFolder(QCoreApplication::applicationDirPath(),
+                            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    if (!choice.error.isEmpty()) gMsgbox(3, choice.error);
+    return choice.folder;
+}
+
+// Started from the desktop menu, with no file: the user picks one.
+QString askForApplicationFile() {
+    return QFileDialog::getOpenFileName(nullptr, QStringLiteral("申請データファイルを開く"), QDir::homePath(),
+                                        QStringLiteral("申請データ (*.dat *.txt);;すべてのファイル (*)"));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -102,17 +128,24 @@ int main(int argc, char** argv) {
     installFontSubstitutions();
     QApplication::setFont(QFont(formFontFamily(), 10));
 
-    QString home = cl.home;
-    if (home.isEmpty()) home = qEnvironmentVariable("KELVARY_HOME");
+    if (cl.batch.enabled) setUserInterface(std::make_unique<BatchUserInterface>(cl.batch.answerYes));
+    else setUserInterface(std::make_unique<QtUserInterface>());
+    // The port goes before the application object does, on every way out.
+    struct PortRelease {
+        ~PortRelease() { setUserInterface(nullptr); }
+    } portRelease;
+    const QString home = workingFolder(cl);
+    if (home.isEmpty()) return ExitError;
     app::setPath(home);
     if (cl.parentText) app::setCommandLine(*cl.parentText);
     setBatchOptions(cl.batch);
-    if (cl.batch.enabled) setUserInterface(std::make_unique<BatchUserInterface>(cl.batch.answerYes));
-    else setUserInterface(std::make_unique<QtUserInterface>());
 
-    setOptionFields(CommandFields{cl.applicationFile, cl.pdfFile, cl.agent, cl.mode});
+    QString applicationFile = cl.applicationFile;
+    if (applicationFile.isEmpty() && !cl.parentText) {
+        applicationFile = askForApplicationFile();
+        if (applicationFile.isEmpty()) return ExitNoOutput;
+    }
+    setOptionFields(CommandFields{applicationFile, cl.pdfFile, cl.agent, cl.mode});
     Main();
-    const int status = runExitStatus();
-    setUserInterface(nullptr);
-    return status;
+    return runExitStatus();
 }

@@ -98,7 +98,8 @@ CommandLineResult parseCommandLine(const QStringList& arguments) {
     if (positional.size() > 1) return {std::nullopt, QStringLiteral("only one application file may be named")};
     if (c.parentText && !positional.isEmpty())
         return {std::nullopt, QStringLiteral("--command-line carries the application file itself; name no other")};
-    if (!c.parentText && positional.isEmpty())
+    // Started from the desktop menu there is no file yet; the user picks one.
+    if (!c.parentText && positional.isEmpty() && b.enabled)
         return {std::nullopt, QStringLiteral("no application file named (see --help)")};
     if (!positional.isEmpty()) c.applicationFile = positional.front();
     if (!QStringList{"1", "2", "3", "4"}.contains(c.mode))

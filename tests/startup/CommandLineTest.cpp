@@ -53,8 +53,15 @@ TEST(ParseCommandLine, MistakesAreRefused) {
     EXPECT_FALSE(parse({"--mode", "5", "a.dat"}).commandLine);
     EXPECT_FALSE(parse({"--periods", "latest", "a.dat"}).commandLine);
     EXPECT_FALSE(parse({"--course", "2", "a.dat"}).commandLine);
-    EXPECT_FALSE(parse({}).commandLine);
+    EXPECT_FALSE(parse({"--batch"}).commandLine);
     EXPECT_FALSE(parse({"a.dat", "b.dat"}).commandLine);
+}
+
+TEST(ParseCommandLine, WithoutAFileTheDesktopStartAsksForOne) {
+    const auto r = parse({});
+    ASSERT_TRUE(r.commandLine);
+    EXPECT_TRUE(r.commandLine->applicationFile.isEmpty());
+    EXPECT_FALSE(r.commandLine->parentText);
 }
 
 TEST(gCommandGet, WholeTextWithoutSlashIsFieldOne) {
