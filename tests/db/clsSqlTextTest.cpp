@@ -95,15 +95,7 @@ TEST(clsSqlText, UnknownAdoTypeShowsOneBoxAndWritesText) {
     EXPECT_EQ(box.text, QStringLiteral("clsSqlText(SetData)\r\n不明なFieldTypeAmount(タイプ:131)"));
 }
 
-TEST(clsSqlText, TwoFieldInsert) {
-    clsSqlText sql;
-    sql.SetData(QStringLiteral("A"), Variant::fromLong(1), 0);
-    sql.SetData(QStringLiteral("B"), Variant(QStringLiteral("x")), 1);
-    sql.SetTable(QStringLiteral("T"));
-    EXPECT_EQ(sql.GetInsertSql(), QStringLiteral("insert into T(A,B) values(1,'x')"));
-}
-
-TEST(clsSqlText, UpdateTexts) {
+TEST(clsSqlText, InsertAndUpdateTextsOfSeveralFields) {
     clsSqlText sql;
     sql.SetData(QStringLiteral("A"), Variant::fromLong(1), 0);
     sql.SetData(QStringLiteral("B"), Variant(QStringLiteral("x")), 1);
