@@ -25,23 +25,14 @@ protected:
     // that are widened, separators in the remark, and the 2008 form's
     // further amount, which this edition does not carry.
     void insertApplication(const QString& enforceDate) {
-        home.exec(QStringLiteral(
-                      "INSERT INTO tmpAPData (APDataCode, MainDataCode, EnforceDate, ApplierColumnName, "
-                      "ApplierColumnAddress, ApplierColumnPresident, ContactPosition, ContactName, "
-                      "ContactTel, ContactFax, ApplyDate, PrefCode1, ClasCtgr1, LcnsNum1A, LcnsNum1B, "
-                      "LcnsDate1, PrefCode2, ClasCtgr2, LcnsNum2A, LcnsNum2B, LcnsDate2, BaseDate, "
-                      "FYearFrom1, FYearTo1, FYearCtgr1A, FYearCtgr1B, FYearFrom2, FYearTo2, FYearCtgr2A, "
-                      "FYearCtgr2B, FYearFrom3, FYearTo3, FYearCtgr3A, FYearCtgr3B, Distinction, LastApl, "
-                      "FCObgt1, FCObgt2, TRNameKana, TRName, PSNameKana, PSName, OfficeCityCode, "
-                      "OfficeAddr, OfficeZipCode, OfficeTel, Item01Single, Item01Plural, Item02Single, "
-                      "Item02Plural, Item03, Remarks, FType) VALUES (3, 4, %1, 'Minami Kensetsu 2', "
-                      "'大阪市北区1-2-3', '南 一郎', NULL, '北 二郎', '06-1111-2222', '06-1111-3333', "
-                      "'2007-09-10', 27, 2, '3', '98765', '2005-01-20', NULL, NULL, NULL, NULL, NULL, "
-                      "'2007-03-31', '2006-04-01', '2007-03-31', 1, 0, '2005-04-01', '2006-03-31', 1, 0, "
-                      "NULL, NULL, NULL, NULL, 1, 1, 1, 0, 'ﾐﾅﾐｹﾝｾﾂ', '南建設(株)', 'ﾐﾅﾐ ｲﾁﾛｳ', "
-                      "'南 一郎', '27127', '大阪市北区1-2-3', '530-0001', '06-1111-2222', 500, 0, 0, 250, "
-                      "77, 'a \"b\", c', 1)")
-                      .arg(enforceDate));
+        home.insertApplication(
+            QStringLiteral(
+                "3, 4, %1, 'Minami Kensetsu 2', '大阪市北区1-2-3', '南 一郎', NULL, '北 二郎', '06-1111-2222', "
+                "'06-1111-3333', '2007-09-10', 27, 2, '3', '98765', '2005-01-20', NULL, NULL, NULL, NULL, NULL, "
+                "'2007-03-31', '2006-04-01', '2007-03-31', 1, 0, '2005-04-01', '2006-03-31', 1, 0, "
+                "NULL, NULL, NULL, NULL, 1, 1, 1, 0, 'ﾐﾅﾐｹﾝｾﾂ', '南建設(株)', 'ﾐﾅﾐ ｲﾁﾛｳ', "
+                "'南 一郎', '27127', '大阪市北区1-2-3', '530-0001', '06-1111-2222', 500, 0, 0, 250, 77, 'a \"b\", c', 1")
+                .arg(enforceDate));
     }
 
     // Period 21: 41 items (two ZaimuData symbols), one renamed item, one
@@ -74,12 +65,13 @@ protected:
             "VALUES (21, 1, '前期末残高', 4001, 1, 10000000)"));
     }
 
+    void SetUp() override { qr.setVerifyID(kId); }
+
     QrHome home;
+    clsQRCode qr;
 };
 
 TEST_F(EarlierForm, ApplicationHeaderHasFiveRecordsWithoutAgentFlags) {
-    clsQRCode qr;
-    qr.setVerifyID(kId);
     qr.setCourseNumber(3);
     qr.MakeHeader(1);  // two periods selected
     EXPECT_EQ(home.payload(QStringLiteral("ApplyHeader")),
@@ -101,8 +93,6 @@ TEST_F(EarlierForm, ApplicationHeaderHasFiveRecordsWithoutAgentFlags) {
 
 TEST_F(EarlierForm, ApplicationSymbolsEndWithTheEnforcementDate) {
     insertApplication(QStringLiteral("'2006-07-01'"));
-    clsQRCode qr;
-    qr.setVerifyID(kId);
     qr.MakeAPData(3);
     EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc1")), expectedPayload(QStringLiteral("EarlierApplyDoc1")));
     EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc2")), expectedPayload(QStringLiteral("EarlierApplyDoc2")));
@@ -111,8 +101,6 @@ TEST_F(EarlierForm, ApplicationSymbolsEndWithTheEnforcementDate) {
 
 TEST_F(EarlierForm, ApplicationWithoutEnforcementDateEndsWithAnEmptyRecord) {
     insertApplication(QStringLiteral("NULL"));
-    clsQRCode qr;
-    qr.setVerifyID(kId);
     qr.MakeAPData(3);
     QByteArray expected = expectedPayload(QStringLiteral("EarlierApplyDoc2"));
     expected.chop(QByteArray("49,\"2006/07/01\"\r\n").size());
@@ -121,8 +109,6 @@ TEST_F(EarlierForm, ApplicationWithoutEnforcementDateEndsWithAnEmptyRecord) {
 
 TEST_F(EarlierForm, PeriodHeaderHasTwentyFourRecordsAndTheStoredDate) {
     insertPeriod();
-    clsQRCode qr;
-    qr.setVerifyID(kId);
     qr.MakeFSData(1, 21);
     EXPECT_EQ(home.payload(QStringLiteral("ZaimuHeader1")),
               expectedPayload(QStringLiteral("EarlierZaimuHeader")));
@@ -134,8 +120,6 @@ TEST_F(EarlierForm, PeriodHeaderHasTwentyFourRecordsAndTheStoredDate) {
 
 TEST_F(EarlierForm, StatementSymbolsAreThoseOfTheCurrentEdition) {
     insertPeriod();
-    clsQRCode qr;
-    qr.setVerifyID(kId);
     qr.MakeFSData(1, 21);
     EXPECT_EQ(home.tempFiles(),
               (QStringList{QStringLiteral("CapitalData1_1.bmp"), QStringLiteral("CapitalData1_1.bmp.Txt"),
@@ -166,8 +150,6 @@ TEST_F(EarlierForm, StatementSymbolsAreThoseOfTheCurrentEdition) {
 TEST_F(EarlierForm, PeriodHeaderWithoutStoredDateLeavesRecordTwentyEmpty) {
     insertPeriod();
     home.exec(QStringLiteral("UPDATE tmpFSInfoData SET EnforceDate=NULL, EnforceDatesub='200804'"));
-    clsQRCode qr;
-    qr.setVerifyID(kId);
     qr.MakeFSData(0, 21);
     const QByteArray text = home.payload(QStringLiteral("ZaimuHeader0"));
     EXPECT_TRUE(text.contains("\r\n19,\"False\"\r\n20,\"\"\r\n21,\"1\"\r\n")) << text.constData();
@@ -178,8 +160,6 @@ TEST_F(EarlierForm, PeriodWithoutHeaderRowReportsUnderTheSamePlaces) {
     home.exec(
         QStringLiteral("INSERT INTO tmpFSItemData (ID, FSDataCode, FSItemID, ItemCode, ItemName, ItemValue, "
                        "NameChangeFlag, DocCode, SortNumber) VALUES (1, 30, 1, 100, 'x', 5000, 0, 1, 1)"));
-    clsQRCode qr;
-    qr.setVerifyID(kId);
     qr.MakeFSData(0, 30);
     EXPECT_EQ(home.errorPlaces(), (QStringList{QStringLiteral("mMakeQRCodeChangedKamoku"),
                                                QStringLiteral("mMakeQRCodeFSHeader")}));

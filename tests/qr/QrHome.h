@@ -60,6 +60,19 @@ public:
     // Statements on the sibling database the linked master tables read.
     void execSibling(const QString& sql) const { test::sqlExec(siblingDatabase(), sql); }
     static void execOn(const QString& databasePath, const QString& sql) { test::sqlExec(databasePath, sql); }
+    // One application record: values for every [DocData] column the symbols carry, in this order.
+    void insertApplication(const QString& values) const {
+        exec(QStringLiteral(
+                 "INSERT INTO tmpAPData (APDataCode, MainDataCode, EnforceDate, ApplierColumnName, "
+                 "ApplierColumnAddress, ApplierColumnPresident, ContactPosition, ContactName, ContactTel, ContactFax, "
+                 "ApplyDate, PrefCode1, ClasCtgr1, LcnsNum1A, LcnsNum1B, LcnsDate1, PrefCode2, ClasCtgr2, LcnsNum2A, "
+                 "LcnsNum2B, LcnsDate2, BaseDate, FYearFrom1, FYearTo1, FYearCtgr1A, FYearCtgr1B, FYearFrom2, "
+                 "FYearTo2, FYearCtgr2A, FYearCtgr2B, FYearFrom3, FYearTo3, FYearCtgr3A, FYearCtgr3B, Distinction, "
+                 "LastApl, FCObgt1, FCObgt2, TRNameKana, TRName, PSNameKana, PSName, OfficeCityCode, OfficeAddr, "
+                 "OfficeZipCode, OfficeTel, Item01Single, Item01Plural, Item02Single, Item02Plural, Item03, Remarks, "
+                 "FType) VALUES (") +
+             values + QLatin1Char(')'));
+    }
     QStringList errorPlaces() { return test::errorPlaces(ui()); }
 };
 

@@ -107,13 +107,13 @@ TEST_P(ItemSplit, FortyRecordsASymbol) {
 
 INSTANTIATE_TEST_SUITE_P(Counts, ItemSplit, ::testing::Values(40, 41, 80, 81));
 
-class RenamedItems : public PeriodPayloads, public ::testing::WithParamInterface<int> {
+class RenamedItems : public PeriodPayloads {
 protected:
     // Seventeen renamed items 501..517; the master has no corporate sort
     // number for 517 and no individual one for 516. Items that were not
     // renamed, or have no master row, are mixed in.
-    void prepare(int distinction) {
-        insertPeriod(4, distinction);
+    void SetUp() override {
+        insertPeriod(4, 3);
         QString master = QStringLiteral("DELETE FROM M_FSItem;");
         for (int code = 500; code <= 518; ++code) {
             master += QStringLiteral(
@@ -133,40 +133,37 @@ protected:
                            "NameChangeFlag, DocCode, SortNumber) VALUES (4, 518, 'n', 1, NULL, 1, 600)"));
         insertItem(4, 519, QStringLiteral("1000"), 1, 700, 0, QStringLiteral("no master"));
     }
-    static QString line(int code) { return QStringLiteral("%1,\"\",\"名%1\",\"%1\"\r\n").arg(code); }
 };
 
-TEST_F(RenamedItems, SeventeenWithoutFilterMakeTwoSymbols) {
-    prepare(3);
-    generate(1, 4);
-    EXPECT_EQ(qr.KamokuQRCodeCount(), 2);
-    QString first = QStringLiteral("\"[KamokuData1_1]\",\"ID1\",16,4\r\n");
-    for (int code = 501; code <= 516; ++code)
-        first += line(code);
-    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_1")), bytes(first));
-    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_2")),
-              bytes(QStringLiteral("\"[KamokuData1_2]\",\"ID1\",1,4\r\n517,\"\",\"名517\",\"517\"\r\n")));
-}
-
-TEST_F(RenamedItems, CorporationsHideItemsWithoutCorporateSortNumber) {
-    prepare(1);
-    generate(1, 4);
-    EXPECT_EQ(qr.KamokuQRCodeCount(), 1);
-    QString expected = QStringLiteral("\"[KamokuData1_1]\",\"ID1\",16,4\r\n");
-    for (int code = 501; code <= 516; ++code)
-        expected += line(code);
-    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_1")), bytes(expected));
-    EXPECT_FALSE(home.hasSymbol(QStringLiteral("KamokuData1_2")));
-}
-
-TEST_F(RenamedItems, IndividualsHideItemsWithoutIndividualSortNumber) {
-    prepare(2);
-    generate(1, 4);
-    EXPECT_EQ(qr.KamokuQRCodeCount(), 1);
-    QString expected = QStringLiteral("\"[KamokuData1_1]\",\"ID1\",16,4\r\n");
-    for (int code = 501; code <= 517; ++code)
-        if (code != 516) expected += line(code);
-    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_1")), bytes(expected));
+TEST_F(RenamedItems, SixteenASymbolFilteredByTheKindOfApplicant) {
+    // Distinction 3 filters nothing; corporations (1) hide the item without a
+    // corporate sort number, individuals (2) the one without an individual one.
+    const struct {
+        int distinction;
+        int hidden;
+        long symbols;
+    } cases[] = {{3, 0, 2}, {1, 517, 1}, {2, 516, 1}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.distinction);
+        home.exec(QStringLiteral("UPDATE tmpFSInfoData SET Distinction=%1").arg(c.distinction));
+        clsQRCode_200804 generator;
+        generator.setVerifyID(kId);
+        generator.MakeFSData(c.distinction, 4);
+        EXPECT_EQ(generator.KamokuQRCodeCount(), c.symbols);
+        QStringList lines;
+        for (int code = 501; code <= 517; ++code)
+            if (code != c.hidden) lines << QStringLiteral("%1,\"\",\"名%1\",\"%1\"\r\n").arg(code);
+        for (long k = 1; k <= c.symbols; ++k) {
+            const QStringList part = lines.mid((k - 1) * 16, 16);
+            EXPECT_EQ(home.payload(QStringLiteral("KamokuData%1_%2").arg(c.distinction).arg(k)),
+                      bytes(QStringLiteral("\"[KamokuData%1_%2]\",\"ID1\",%3,4\r\n")
+                                .arg(c.distinction)
+                                .arg(k)
+                                .arg(part.size()) +
+                            part.join(QString())));
+        }
+        EXPECT_FALSE(home.hasSymbol(QStringLiteral("KamokuData%1_%2").arg(c.distinction).arg(c.symbols + 1)));
+    }
 }
 
 TEST_F(PeriodPayloads, EquityColumnsAndRowsInTheirOwnForm) {
