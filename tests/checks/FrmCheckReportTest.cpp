@@ -3,6 +3,7 @@
 // tools read back page by page.
 #include "checks/frmCheckReport.h"
 
+#include "platform/PdfCheck.h"
 #include "startup/CommandLine.h"
 #include "support/RecordingUi.h"
 
@@ -11,7 +12,6 @@
 #include <QFont>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -22,13 +22,6 @@ namespace kelvary {
 namespace {
 
 using test::RecordingUiGuard;
-
-QString runTool(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(60000)) return QString();
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
 
 // Batch options naming the PDF file the print button writes, for one test.
 class PrintToGuard {
@@ -110,13 +103,10 @@ TEST(FrmCheckReportTest, LongListPrintsOnSeveralPagesWithEveryLine) {
     EXPECT_EQ(ui->messages[0].request.title, QStringLiteral("確認"));
     EXPECT_EQ(ui->messages[0].request.text, QStringLiteral("印刷を実行しますか？"));
     ASSERT_TRUE(QFile::exists(pdf));
-    const QString info = runTool(QStringLiteral("pdfinfo"), {pdf});
-    const QRegularExpressionMatch pageCount = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(info);
-    ASSERT_TRUE(pageCount.hasMatch()) << info.toStdString();
     // About seventy lines of 10 points fit an A4 page: 202 lines need three.
-    EXPECT_GE(pageCount.captured(1).toInt(), 3);
-    EXPECT_TRUE(info.contains(QStringLiteral("595 x 842 pts (A4)"))) << info.toStdString();
-    const QString printed = runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    EXPECT_GE(test::pdfInfo(pdf, QStringLiteral("Pages")).toInt(), 3);
+    EXPECT_EQ(test::pdfPageSize(pdf, 1), QStringLiteral("595 x 842 pts (A4)"));
+    const QString printed = test::pdfText(pdf);
     for (int i = 1; i <= 200; ++i) {
         const QString label = QStringLiteral("LINE%1").arg(i, 3, 10, QLatin1Char('0'));
         EXPECT_TRUE(printed.contains(label + QStringLiteral(" ■問題点"))) << label.toStdString();
