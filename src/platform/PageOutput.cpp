@@ -27,13 +27,25 @@ double pixelsPerMm(const QPagedPaintDevice& device, const QSizeF& paperMm) {
     return device.width() / paperMm.width();
 }
 
+// Why the file cannot be made, in the user's words where the cause is plain.
+QString whyNotCreated(const QString& path, const QString& systemText) {
+    const QFileInfo target(path);
+    const QFileInfo folder(target.absolutePath());
+    if (!folder.isDir()) return QStringLiteral("保存先のフォルダーがありません。");
+    if (target.isDir()) return QStringLiteral("同じ名前のフォルダーがあります。");
+    if (target.exists() && !target.isWritable()) return QStringLiteral("同じ名前のファイルが書き込み禁止になっています。");
+    if (!folder.isWritable()) return QStringLiteral("保存先のフォルダーに書き込む権限がありません。");
+    return QStringLiteral("(") + systemText + QStringLiteral(")");
+}
+
 }  // namespace
 
 PdfFileWriter::PdfFileWriter(const QString& path, const QString& title, const QString& creator)
     : path_(path), file_(std::make_unique<QSaveFile>(path)) {
     if (!file_->open(QIODevice::WriteOnly))
         throw VbError(vberr::PathNotFound,
-                      QStringLiteral("PDFファイル「%1」を作成できません。%2").arg(path, file_->errorString()));
+                      QStringLiteral("PDFファイル「%1」を作成できません。%2")
+                          .arg(path, whyNotCreated(path, file_->errorString())));
     writer_ = std::make_unique<QPdfWriter>(file_.get());
     writer_->setTitle(title);
     writer_->setCreator(creator);
@@ -79,7 +91,8 @@ void PdfFileWriter::commit() {
     const QString error = file_->errorString();
     file_.reset();
     if (!ok)
-        throw VbError(vberr::PermissionDenied, QStringLiteral("PDFファイル「%1」を保存できません。%2").arg(path_, error));
+        throw VbError(vberr::PermissionDenied, QStringLiteral("PDFファイル「%1」を保存できません。ディスクの空き容量を確認してください。(%2)")
+                                                    .arg(path_, error));
 }
 
 void printRecordedPages(QPagedPaintDevice& device, const std::vector<RecordedPage>& pages) {

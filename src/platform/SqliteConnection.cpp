@@ -92,12 +92,13 @@ void SqliteConnection::requireDatabaseFile(const QString& path) {
 SqliteConnection::SqliteConnection(const QString& path) {
     requireDatabaseFile(path);
     path_ = QFileInfo(path).absoluteFilePath();
-    // The working database belongs to this one run (the instance lock keeps
-    // a second one out of the program folder), so its file locks guard
-    // nothing; taking and dropping them around every statement cost a run
-    // several system calls per statement. Without them SQLite still rereads
-    // the file's change counter before each statement, so a change made
-    // through another connection between two statements is seen.
+    // The working database belongs to this one run: the instance lock keeps a
+    // second Kelvary out of the program folder and the file lock below keeps
+    // every other program out, so SQLite's own locks would guard nothing;
+    // taking and dropping them around every statement cost a run several
+    // system calls per statement. Without them SQLite still rereads the
+    // file's change counter before each statement, so a change made through
+    // another connection of this process between two statements is seen.
     const QString uri = QUrl::fromLocalFile(path_).toString(QUrl::FullyEncoded) + QStringLiteral("?nolock=1");
     const int opened = sqlite3_open_v2(uri.toUtf8().constData(), &db_,
                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr);
@@ -110,6 +111,17 @@ SqliteConnection::SqliteConnection(const QString& path) {
     }
     sqlite3_busy_timeout(db_, kBusyTimeoutMs);
     try {
+        // SQLite falls back to reading when the file cannot be written; the
+        // run would then fail at its first statement that writes.
+        if (sqlite3_db_readonly(db_, "main") == 1)
+            raiseDatabase(QStringLiteral("データベース '%1' に書き込めません。ファイルが読み取り専用になっているか、"
+                                         "書き込む権限がありません。")
+                              .arg(shownPath(path_)));
+        fileLock_ = std::make_unique<DatabaseFileLock>(path_, kBusyTimeoutMs);
+        if (!fileLock_->acquired())
+            raiseDatabase(QStringLiteral("データベース '%1' は他のプログラムが使用中です。"
+                                         "そのプログラムを終了してから、もう一度実行してください。")
+                              .arg(shownPath(path_)));
         // The working data is rebuilt at every start, so no durability is needed.
         execute(QStringLiteral("PRAGMA journal_mode=MEMORY"));
         execute(QStringLiteral("PRAGMA synchronous=OFF"));

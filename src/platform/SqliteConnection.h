@@ -6,6 +6,7 @@
 // with the linked table's name reads the source table through it.
 #pragma once
 
+#include "platform/DatabaseFileLock.h"
 #include "platform/Recordset.h"
 #include "platform/Variant.h"
 
@@ -13,6 +14,7 @@
 #include <QString>
 
 #include <map>
+#include <memory>
 #include <vector>
 
 struct sqlite3;
@@ -21,8 +23,9 @@ namespace kelvary {
 
 class SqliteConnection {
 public:
-    // Opens an existing database file for reading and writing. A missing file
-    // or one that is not an SQLite 3 database raises a VbError.
+    // Opens an existing database file for reading and writing. A missing file,
+    // one that is not an SQLite 3 database, one that cannot be written and one
+    // that another program holds open in a transaction raise a VbError.
     explicit SqliteConnection(const QString& path);
     ~SqliteConnection();
     SqliteConnection(const SqliteConnection&) = delete;
@@ -61,6 +64,7 @@ private:
 
     sqlite3* db_ = nullptr;
     QString path_;
+    std::unique_ptr<DatabaseFileLock> fileLock_;
     std::vector<Attachment> attachments_;
     std::map<QString, Link> links_;  // by lower-case name
 };

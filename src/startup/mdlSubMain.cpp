@@ -73,6 +73,12 @@ void Main() {
                                app::path() + QStringLiteral("/SystemData.mdb");
         gobjConnection = gobjOpenConnection();
     });
+    // Without the working database every later step could only fail, each
+    // with a report of its own that would bury the one that says why.
+    if (!gobjConnection) {
+        step([&] { gQuitApplication(true); });
+        return;
+    }
     QString applicationFile, pdfFile, agent, mode;
     step([&] { gCommandGet(applicationFile, pdfFile, agent, mode); });
     for (const char* table : kWorkingTables) {

@@ -1,0 +1,154 @@
+// Whole runs that meet a fault in what the user hands over or in the machine:
+// a folder or file the program may not write or read, a database another
+// program holds, a broken database, layout, rule or settings file. Each run
+// must say so in Japanese through the error display, answer with its exit
+// status, and leave the user's files (the settings, the sibling database, an
+// earlier PDF) byte for byte as they were.
+#include "support/ConnectedHome.h"
+#include "support/Restricted.h"
+#include "support/TestSupport.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <sqlite3.h>
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+using namespace kelvary::test;
+
+namespace {
+
+constexpr int kError = 3;
+constexpr int kNoOutput = 1;
+
+// Holds a database file the way another program in the middle of writing
+// does: an open exclusive transaction.
+class HeldByAnotherProgram {
+public:
+    explicit HeldByAnotherProgram(const QString& path) {
+        EXPECT_EQ(sqlite3_open_v2(QFile::encodeName(path).constData(), &db_, SQLITE_OPEN_READWRITE, nullptr),
+                  SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(db_, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db_);
+    }
+    ~HeldByAnotherProgram() {
+        sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(db_);
+    }
+    HeldByAnotherProgram(const HeldByAnotherProgram&) = delete;
+    HeldByAnotherProgram& operator=(const HeldByAnotherProgram&) = delete;
+
+private:
+    sqlite3* db_ = nullptr;
+};
+
+class Fault : public ::testing::Test {
+protected:
+    void SetUp() override {
+        // A good run first: the settings then hold this application's user
+        // details, which a later run writes again with the same bytes, and
+        // the PDF it leaves is the user's earlier one.
+        const ProcessResult good = runKelvary(arguments(pdf()));
+        ASSERT_EQ(good.exitCode, 0) << good.standardError.toStdString();
+        ASSERT_TRUE(readFile(pdf()).startsWith("%PDF-"));
+        QFile::remove(file("Temp/kelvary.log"));
+    }
+
+    QString file(const QString& name) const { return home.file(name); }
+    QString pdf() const { return file(QStringLiteral("out.pdf")); }
+    QString sampleApp() const { return file(QStringLiteral("sample/app.dat")); }
+
+    QStringList arguments(const QString& pdfFile, const QString& application = QString()) const {
+        return {QStringLiteral("--batch"), QStringLiteral("--home"), home.path(), QStringLiteral("--mode"),
+                QStringLiteral("3"), QStringLiteral("--periods"), QStringLiteral("all"), QStringLiteral("--pdf"),
+                pdfFile, application.isEmpty() ? sampleApp() : application};
+    }
+
+    // The bytes of the files a run must leave alone.
+    void keep(const QStringList& names) {
+        for (const QString& name : names) {
+            kept[name] = readFile(file(name));
+            ASSERT_FALSE(kept[name].isEmpty()) << name.toStdString();
+        }
+    }
+    void expectKept() const {
+        for (const auto& [name, bytes] : kept) EXPECT_TRUE(readFile(file(name)) == bytes) << name.toStdString() << " changed";
+    }
+
+    // The message on standard error (the batch form of the box) and in the log.
+    void expectReported(const ProcessResult& r, const QString& message, bool logWritable = true) const {
+        EXPECT_TRUE(r.standardError.contains(message)) << r.standardError.toStdString();
+        if (logWritable)
+            EXPECT_TRUE(QString::fromUtf8(readFile(file(QStringLiteral("Temp/kelvary.log")))).contains(message));
+    }
+
+    void requireRestrictedRuns() const {
+        const QString why = restrictedRunUnavailable();
+        if (!why.isEmpty()) GTEST_SKIP() << why.toStdString();
+    }
+
+    ScratchHome home;
+    std::map<QString, QByteArray> kept;
+};
+
+const QStringList kUserFiles{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb"),
+                             QStringLiteral("out.pdf"), QStringLiteral("Ledra_dummy.mdb")};
+
+}  // namespace
+
+TEST_F(Fault, PdfFolderThatCannotBeWrittenOrACancelledRunKeepsTheEarlierPdf) {
+    requireRestrictedRuns();
+    const QString locked = file(QStringLiteral("locked"));
+    ASSERT_TRUE(QDir().mkpath(locked));
+    ASSERT_TRUE(QFile::copy(pdf(), locked + QStringLiteral("/out.pdf")));
+    keep(kUserFiles + QStringList{QStringLiteral("locked/out.pdf")});
+
+    const ProcessResult failed =
+        runKelvaryWithout(Right::Write, locked, home.path(), arguments(locked + QStringLiteral("/out.pdf")));
+    EXPECT_EQ(failed.exitCode, kError);
+    expectReported(failed, QStringLiteral("PDFファイル「") + locked +
+                               QStringLiteral("/out.pdf」を作成できません。保存先のフォルダーに書き込む権限がありません。"));
+    EXPECT_EQ(QDir(locked).entryList(QDir::Files), QStringList{QStringLiteral("out.pdf")});  // no temporary left
+
+    // Nothing chosen in the menu, and No to the question about an application
+    // with problems: both end without output and leave the earlier PDF.
+    QStringList nothing = arguments(pdf());
+    nothing[nothing.indexOf(QStringLiteral("all"))] = QStringLiteral("none");
+    EXPECT_EQ(runKelvary(nothing).exitCode, kNoOutput);
+    ASSERT_TRUE(QFile::copy(testDataDir() + QStringLiteral("/checks/problem_app.dat"), file("sample/problem_app.dat")));
+    const ProcessResult refused = runKelvary(arguments(pdf(), file("sample/problem_app.dat")));
+    EXPECT_EQ(refused.exitCode, kNoOutput);
+    EXPECT_TRUE(refused.standardError.contains(QStringLiteral("書類の出力を継続しますか？\n--- No\n")))
+        << refused.standardError.toStdString();
+    expectKept();
+    EXPECT_EQ(QDir(home.path()).entryList({QStringLiteral("*.pdf*")}, QDir::Files), QStringList{QStringLiteral("out.pdf")});
+}
+
+TEST_F(Fault, WorkingDatabaseThatCannotBeWrittenIsReportedBeforeAnythingIsTouched) {
+    requireRestrictedRuns();
+    keep(kUserFiles + QStringList{QStringLiteral("SystemData.mdb")});
+    const ProcessResult r =
+        runKelvaryWithout(Right::Write, file("SystemData.mdb"), home.path(), arguments(pdf()));
+    EXPECT_EQ(r.exitCode, kError);
+    expectReported(r, QStringLiteral("データベース '") + file("SystemData.mdb") +
+                          QStringLiteral("' に書き込めません。ファイルが読み取り専用になっているか、書き込む権限がありません。"));
+    // One report: the run ends instead of failing at every later step.
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+    expectKept();
+}
+
+TEST_F(Fault, WorkingDatabaseHeldByAnotherProgramIsReportedAndLeftAlone) {
+    keep(kUserFiles + QStringList{QStringLiteral("SystemData.mdb")});
+    ProcessResult r;
+    {
+        const HeldByAnotherProgram other(file("SystemData.mdb"));
+        r = runKelvary(arguments(pdf()));
+    }
+    EXPECT_EQ(r.exitCode, kError);
+    expectReported(r, QStringLiteral("データベース '") + file("SystemData.mdb") +
+                          QStringLiteral("' は他のプログラムが使用中です。"));
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+    expectKept();
+}

@@ -1,0 +1,113 @@
+// Running the built program without one right on one file or folder of a
+// scratch program folder: the folder it may not write, the file it may not
+// read. Permission bits do not stop root, so under root the program runs as
+// the unprivileged user "nobody" with the scratch folder given to that user,
+// except the one path under test; otherwise plain permission bits do it.
+#pragma once
+
+#include "support/TestSupport.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QString>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kelvary::test {
+
+enum class Right { Write, Read };
+
+namespace restricted_detail {
+
+constexpr uid_t kNobody = 65534;
+constexpr int kTimeoutMs = 60000;
+
+inline bool runningAsRoot() { return ::geteuid() == 0; }
+
+inline QString setpriv() { return QStandardPaths::findExecutable(QStringLiteral("setpriv")); }
+
+inline void changeOwner(const QString& path, uid_t owner) {
+    const QByteArray name = QFile::encodeName(path);
+    EXPECT_EQ(::lchown(name.constData(), owner, owner), 0) << name.constData();
+}
+
+// Every file and folder of home, home itself included.
+inline QStringList everythingIn(const QString& home) {
+    QStringList paths{home};
+    QDirIterator it(home, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) paths << it.next();
+    return paths;
+}
+
+// The permission bits that take the right away from everyone but root.
+inline mode_t withoutRight(mode_t mode, Right right) {
+    return right == Right::Write ? (mode & ~mode_t(0222)) : (mode & ~mode_t(0444));
+}
+
+inline ProcessResult run(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove(QStringLiteral("KELVARY_HOME"));
+    process.setProcessEnvironment(env);
+    process.start(program, arguments);
+    ProcessResult result;
+    if (!process.waitForStarted(kTimeoutMs)) return result;
+    process.closeWriteChannel();
+    if (!process.waitForFinished(kTimeoutMs)) {
+        process.kill();
+        process.waitForFinished();
+        return result;
+    }
+    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
+    result.standardError = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}
+
+}  // namespace restricted_detail
+
+// Why the program cannot be run restricted on this machine; empty when it can.
+inline QString restrictedRunUnavailable() {
+    using namespace restricted_detail;
+    if (runningAsRoot() && setpriv().isEmpty())
+        return QStringLiteral("running as root without setpriv (util-linux) to drop to an unprivileged user");
+    return {};
+}
+
+// Runs kelvary with `arguments` while it lacks `right` on `path`, which lies
+// inside `home`. Afterwards the test owns every file of `home` again, with its
+// rights restored, so it can compare and remove them.
+inline ProcessResult runKelvaryWithout(Right right, const QString& path, const QString& home,
+                                       const QStringList& arguments) {
+    using namespace restricted_detail;
+    const QByteArray name = QFile::encodeName(path);
+    struct stat before {};
+    EXPECT_EQ(::stat(name.constData(), &before), 0) << name.constData();
+    const QString kelvary = appDir() + QStringLiteral("/kelvary");
+    ProcessResult result;
+    if (runningAsRoot()) {
+        // The run's user owns the scratch folder; root keeps the one path,
+        // and the bits then deny the right to everyone else.
+        for (const QString& entry : everythingIn(home)) changeOwner(entry, kNobody);
+        changeOwner(path, 0);
+        ::chmod(name.constData(), withoutRight(before.st_mode, right));
+        result = run(setpriv(), QStringList{QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
+                                            QStringLiteral("--clear-groups"), kelvary} +
+                                    arguments);
+        for (const QString& entry : everythingIn(home)) changeOwner(entry, 0);
+    } else {
+        ::chmod(name.constData(), withoutRight(before.st_mode, right));
+        result = run(kelvary, arguments);
+    }
+    ::chmod(name.constData(), before.st_mode & 07777);
+    return result;
+}
+
+}  // namespace kelvary::test
