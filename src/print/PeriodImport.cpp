@@ -10,6 +10,7 @@
 #include "startup/mdlVersion.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <vector>
 
@@ -227,18 +228,32 @@ void mCheckExcelConvData(std::int32_t indexId, const QString& fiscalYearNumber) 
     }
 }
 
-void mClearTempFolder() {
+bool mClearTempFolder() {
     try {
+        const QString folder = app::path() + QStringLiteral("/Temp");
+        const QFileInfo info(folder);
+        if (!info.isDir())
+            throw VbError(vberr::PathNotFound, QStringLiteral("作業フォルダー「") + QDir::toNativeSeparators(folder) +
+                                                   QStringLiteral("」がありません。QRコードを作成できません。"));
+        if (!info.isWritable())
+            throw VbError(vberr::PermissionDenied,
+                          QStringLiteral("作業フォルダー「") + QDir::toNativeSeparators(folder) +
+                              QStringLiteral("」に書き込めません。QRコードを作成できません。"
+                                             "フォルダーに書き込む権限があるか確認してください。"));
         // The original matched "*.bmp" and "*.txt" without regard to case, so
         // the payload copies named "….Txt" go too.
-        QDir temp(app::path() + QStringLiteral("/Temp"));
+        QDir temp(folder);
         for (const QString& name : temp.entryList(QDir::Files)) {
-            if (name.endsWith(QStringLiteral(".bmp"), Qt::CaseInsensitive) ||
-                name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive))
-                temp.remove(name);
+            if ((name.endsWith(QStringLiteral(".bmp"), Qt::CaseInsensitive) ||
+                 name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)) &&
+                !temp.remove(name))
+                throw VbError(vberr::PermissionDenied, QStringLiteral("作業フォルダーの前回のファイル「") + name +
+                                                           QStringLiteral("」を削除できません。"));
         }
+        return true;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("mClearTempFolder"), 0);
+        ShowErrMsg(QStringLiteral("mClearTempFolder"), 1);
+        return false;
     }
 }
 

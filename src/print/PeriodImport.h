@@ -22,7 +22,9 @@ void mReplaceFixedAssets(std::int32_t indexId);
 void mPref01Special(std::int32_t indexId);
 // Tells the user once when the period was converted from the Excel edition.
 void mCheckExcelConvData(std::int32_t indexId, const QString& fiscalYearNumber);
-// Deletes the QR images and texts of an earlier run from Temp.
-void mClearTempFolder();
+// Deletes the QR images and texts of an earlier run from Temp. False, after
+// reporting it, when Temp cannot take this run's symbols: an image left from
+// an earlier run would otherwise be printed as this run's.
+bool mClearTempFolder();
 
 }  // namespace kelvary

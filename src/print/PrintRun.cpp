@@ -141,7 +141,7 @@ void PrintRun::mPrint() {
             mblnPeriodProblem = QList<bool>(lastPeriod + 1, false);
         }
         gMsgForm(2, verb + QStringLiteral("処理開始"));
-        mClearTempFolder();
+        if (!mClearTempFolder()) return;
         gMsgForm(2, QStringLiteral("QRコード生成中"));
         if (printApplication) {
             mMakeApplicationPayloads(seed, lastPeriod);

@@ -152,3 +152,20 @@ TEST_F(Fault, WorkingDatabaseHeldByAnotherProgramIsReportedAndLeftAlone) {
     EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
     expectKept();
 }
+
+TEST_F(Fault, TempThatCannotBeWrittenStopsTheRunAndStillTellsTheUser) {
+    requireRestrictedRuns();
+    keep(kUserFiles);
+    // The good run's symbols are still in Temp: they must not pass for this run's.
+    const QByteArray earlierSymbol = readFile(file("Temp/ApplyDoc1.bmp"));
+    ASSERT_FALSE(earlierSymbol.isEmpty());
+
+    const ProcessResult r = runKelvaryWithout(Right::Write, file("Temp"), home.path(), arguments(pdf()));
+    EXPECT_EQ(r.exitCode, kError);
+    expectReported(r, QStringLiteral("作業フォルダー「") + file("Temp") + QStringLiteral("」に書き込めません。"),
+                   /*logWritable=*/false);
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+    EXPECT_FALSE(QFile::exists(file("Temp/kelvary.log")));
+    EXPECT_EQ(readFile(file("Temp/ApplyDoc1.bmp")), earlierSymbol);
+    expectKept();
+}
