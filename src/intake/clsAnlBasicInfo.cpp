@@ -52,12 +52,12 @@ QString withClosingSeparator(QString folder) {
     return folder;
 }
 
-// The sibling database is checked before any link moves: a missing or foreign
-// file is reported once, and the links go to the empty database instead of
-// staying on whatever the previous run linked.
+// The sibling database is checked before any link moves: a missing, foreign,
+// damaged or busy file is reported once, and the links go to the empty
+// database instead of staying on whatever the previous run linked.
 void requireSiblingDatabase(const QString& path) {
     try {
-        SqliteConnection::requireDatabaseFile(path);
+        SqliteConnection::requireReadableDatabase(path);
     } catch (const VbError& e) {
         throw VbError(e.number(), QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。") +
                                       e.description() +

@@ -27,6 +27,10 @@ struct StatementDeleter {
 };
 using Statement = std::unique_ptr<sqlite3_stmt, StatementDeleter>;
 
+struct ConnectionCloser {
+    void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
+};
+
 QString shownPath(const QString& path) { return QDir::toNativeSeparators(path); }
 
 [[noreturn]] void raiseDatabase(const QString& description) {
@@ -87,6 +91,37 @@ void SqliteConnection::requireDatabaseFile(const QString& path) {
         raiseDatabase(QStringLiteral("ファイル '%1' はこのプログラムで読み取れるデータベースではありません。"
                                      "SQLite 3 形式のデータベースファイルが必要です。")
                           .arg(shownPath(path)));
+}
+
+void SqliteConnection::requireReadableDatabase(const QString& path) {
+    requireDatabaseFile(path);
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    const QString uri = QUrl::fromLocalFile(absolute).toString(QUrl::FullyEncoded) + QStringLiteral("?mode=ro");
+    sqlite3* raw = nullptr;
+    const int opened = sqlite3_open_v2(uri.toUtf8().constData(), &raw, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr);
+    const std::unique_ptr<sqlite3, ConnectionCloser> db(raw);
+    int result = opened;
+    QString finding;
+    if (opened == SQLITE_OK) {
+        sqlite3_busy_timeout(db.get(), kBusyTimeoutMs);
+        sqlite3_stmt* check = nullptr;
+        result = sqlite3_prepare_v2(db.get(), "PRAGMA quick_check(1)", -1, &check, nullptr);
+        const Statement statement(check);
+        if (result == SQLITE_OK) result = sqlite3_step(check);
+        if (result == SQLITE_ROW) {
+            finding = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(check, 0)));
+            if (finding == QLatin1String("ok")) return;
+        }
+    }
+    if (result == SQLITE_BUSY || result == SQLITE_LOCKED)
+        raiseDatabase(QStringLiteral("データベース '%1' は他のプログラムが使用中です。"
+                                     "そのプログラムを終了してから、もう一度実行してください。")
+                          .arg(shownPath(absolute)));
+    if (finding.isEmpty())
+        finding = db ? QString::fromUtf8(sqlite3_errmsg(db.get())) : QString::fromUtf8(sqlite3_errstr(result));
+    raiseDatabase(QStringLiteral("データベース '%1' は壊れているため読み込めません。"
+                                 "ファイルが途中で切れているか、内容が損なわれています。(%2)")
+                      .arg(shownPath(absolute), finding));
 }
 
 SqliteConnection::SqliteConnection(const QString& path) {

@@ -47,6 +47,11 @@ public:
     // Raises a VbError unless the path names a file that begins with the
     // SQLite 3 header.
     static void requireDatabaseFile(const QString& path);
+    // Raises a VbError unless the database file can also be read through:
+    // no other program holds it in the middle of a write, and none of its
+    // pages is missing or damaged (a file cut short on its way over a
+    // network, say).
+    static void requireReadableDatabase(const QString& path);
 
 private:
     struct Attachment {

@@ -63,7 +63,7 @@ void frmPrintManager::Init(const QString& outputMode) {
     try {
         gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
         mstrOutputMode = outputMode;
-        mlngErrorsAtInit = errorsReported();
+        mlngErrorsAtInit = errorsBeforeRun().value_or(errorsReported());
         mPages.clear();
         mPdf.reset();
         if (mPdfMode()) {

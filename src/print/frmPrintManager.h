@@ -77,7 +77,8 @@ private:
     QString mstrCommand[4];
     // The output mode decided at Init; the earlier driver always prints.
     QString mstrOutputMode;
-    // Errors reported before Init: a PDF is written only if no more follow.
+    // Errors reported before the run (outside a whole run, before Init): a
+    // PDF is written only if no more follow.
     long mlngErrorsAtInit = 0;
     bool mblnCancel = false;
     QString mstrCaption;

@@ -7,6 +7,7 @@ struct Outcome {
     long errors = 0;
     bool errorReported = false;
     bool outputProduced = false;
+    std::optional<long> errorsBeforeRun;
 };
 Outcome& outcome() {
     static Outcome o;
@@ -21,6 +22,8 @@ void noteErrorReported() {
 long errorsReported() { return outcome().errors; }
 void noteOutputProduced() { outcome().outputProduced = true; }
 void resetRunOutcome() { outcome() = Outcome{}; }
+void noteRunStarted() { outcome().errorsBeforeRun = outcome().errors; }
+std::optional<long> errorsBeforeRun() { return outcome().errorsBeforeRun; }
 
 int runExitStatus() {
     if (outcome().errorReported) return ExitError;

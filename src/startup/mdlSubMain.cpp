@@ -10,6 +10,7 @@
 #include "platform/InstanceLock.h"
 #include "print/clsPrintMain.h"
 #include "print/clsPrintMain_200804.h"
+#include "startup/RunOutcome.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
@@ -46,6 +47,7 @@ bool isCurrentEdition(const Variant& enforceDate) {
 }  // namespace
 
 void Main() {
+    noteRunStarted();
     std::unique_ptr<InstanceLock> instance;
     std::unique_ptr<frmMDIForm> mainWindow;
     bool secondInstance = false;

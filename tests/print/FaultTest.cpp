@@ -169,3 +169,43 @@ TEST_F(Fault, TempThatCannotBeWrittenStopsTheRunAndStillTellsTheUser) {
     EXPECT_EQ(readFile(file("Temp/ApplyDoc1.bmp")), earlierSymbol);
     expectKept();
 }
+
+TEST_F(Fault, SiblingDatabaseCutShortHeldOrForeignIsReportedOnceAndNothingIsWritten) {
+    const QString sibling = file("sample/Ledra.mdb");
+    const QByteArray whole = readFile(sibling);
+    ASSERT_GT(whole.size(), 8192);
+    const QString cannotRead = QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。データベース '") + sibling;
+    const auto runOn = [&](const QByteArray& siblingBytes, bool held) {
+        writeFile(sibling, siblingBytes);
+        kept.clear();
+        keep(kUserFiles);
+        if (!held) return runKelvary(arguments(pdf()));
+        const HeldByAnotherProgram other(sibling);
+        return runKelvary(arguments(pdf()));
+    };
+    struct Case {
+        const char* name;
+        QByteArray bytes;
+        bool held;
+        QString message;
+    };
+    const Case cases[] = {
+        {"cut in the middle", whole.left(whole.size() / 2), false,
+         cannotRead + QStringLiteral("' は壊れているため読み込めません。ファイルが途中で切れているか、内容が損なわれています。")},
+        {"held by another program", whole, true, cannotRead + QStringLiteral("' は他のプログラムが使用中です。")},
+        // A Jet database, as the sibling program's older versions wrote it.
+        {"not SQLite", hexBytes("00 01 00 00 53 74 61 6E 64 61 72 64 20 4A 65 74 20 44 42 00") + QByteArray(4096, '\0'),
+         false, QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。ファイル '") + sibling +
+                    QStringLiteral("' はこのプログラムで読み取れるデータベースではありません。")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        QFile::remove(file("Temp/kelvary.log"));
+        const ProcessResult r = runOn(c.bytes, c.held);
+        EXPECT_EQ(r.exitCode, kError);
+        expectReported(r, c.message);
+        EXPECT_TRUE(r.standardError.contains(QStringLiteral("財務諸表データのない申請として続けます。")));
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+        expectKept();
+    }
+}
