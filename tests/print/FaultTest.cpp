@@ -209,3 +209,29 @@ TEST_F(Fault, SiblingDatabaseCutShortHeldOrForeignIsReportedOnceAndNothingIsWrit
         expectKept();
     }
 }
+
+TEST_F(Fault, BrokenLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
+    const QString layout = file("PrintFile/FSQRCode.w30");
+    const QByteArray whole = readFile(layout);
+    ASSERT_FALSE(whole.isEmpty());
+    const QByteArray broken[] = {
+        whole.left(whole.size() / 2),                                      // cut short: no longer JSON
+        "{\"paper\": \"A4\", \"pages\": 5}",                                // JSON, but no page list
+        "{\"paper\": \"A4\", \"pages\": [{\"items\": [{\"type\": \"field\", \"x\": \"left\"}]}]}",  // a field without a name
+    };
+    for (const QByteArray& bytes : broken) {
+        SCOPED_TRACE(bytes.left(60).toStdString());
+        writeFile(layout, bytes);
+        kept.clear();
+        keep(kUserFiles);
+        QFile::remove(file("Temp/kelvary.log"));
+        const ProcessResult r = runKelvary(arguments(pdf()));
+        EXPECT_EQ(r.exitCode, kError);
+        expectReported(r, QStringLiteral("帳票ファイル「FSQRCode.w30」を読み込めません。"));
+        // The sample's three periods each open the layout once.
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 3) << r.standardError.toStdString();
+        EXPECT_TRUE(r.standardError.contains(QStringLiteral("エラーが発生したため、PDFファイル「") + pdf() +
+                                             QStringLiteral("」は作成しませんでした。")));
+        expectKept();
+    }
+}
