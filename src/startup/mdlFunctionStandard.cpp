@@ -8,6 +8,7 @@
 #include "platform/ProfileFile.h"
 #include "platform/VbError.h"
 #include "startup/RunOutcome.h"
+#include "startup/SettingsFileCheck.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/UserInterface.h"
 
@@ -51,7 +52,9 @@ QString modeText(int mode) {
     }
 }
 
+// A setting that cannot be read cannot keep an error quiet.
 bool errorBoxesVisible() {
+    if (!settingsFileProblem(userDataIniPath()).isEmpty()) return true;
     return gvarGetIniData(QStringLiteral("ShowErrMsg"), QStringLiteral("System")).text().trimmed() ==
            QStringLiteral("-1");
 }

@@ -11,6 +11,7 @@
 #include "print/clsPrintMain.h"
 #include "print/clsPrintMain_200804.h"
 #include "startup/RunOutcome.h"
+#include "startup/SettingsFileCheck.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
@@ -60,6 +61,12 @@ void Main() {
         }
     });
     if (secondInstance) return;
+    try {
+        requireReadableSettings(userDataIniPath());
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("Main"), 1);
+        return;
+    }
 
     step([&] {
         const QString temp = app::path() + QStringLiteral("/Temp");

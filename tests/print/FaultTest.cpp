@@ -235,3 +235,46 @@ TEST_F(Fault, BrokenLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
         expectKept();
     }
 }
+
+TEST_F(Fault, SettingsFileThatCannotBeReadStopsTheRunBeforeAnythingIsWritten) {
+    requireRestrictedRuns();
+    const QString ini = file("UserData.ini");
+    const QString named = QStringLiteral("設定ファイル「") + ini + QStringLiteral("」");
+    const QStringList others{QStringLiteral("sample/Ledra.mdb"), QStringLiteral("out.pdf"),
+                             QStringLiteral("Ledra_dummy.mdb"), QStringLiteral("SystemData.mdb")};
+    // The box shows although the setting that could hide it cannot be read.
+    const auto expectStopped = [&](const ProcessResult& r, const QString& message) {
+        EXPECT_EQ(r.exitCode, kError);
+        expectReported(r, message);
+        EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 3 エラーが発生しました\n")));
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== ")), 1) << r.standardError.toStdString();
+        expectKept();
+    };
+
+    {
+        SCOPED_TRACE("no right to read it");
+        keep(others + QStringList{QStringLiteral("UserData.ini")});
+        expectStopped(runKelvaryWithout(Right::Read, ini, home.path(), arguments(pdf())),
+                      named + QStringLiteral("を読み込めません。"));
+    }
+    {
+        SCOPED_TRACE("saved as UTF-8 by another editor");
+        // "[System]", "ShowErrMsg=0", "[UserInfo]", "UserName=佐藤" in UTF-8.
+        writeFile(ini, QByteArray("[System]\r\nShowErrMsg=0\r\n[UserInfo]\r\nUserName=") + hexBytes("E4 BD 90 E8 97 A4") +
+                           "\r\n");
+        kept.clear();
+        keep(others + QStringList{QStringLiteral("UserData.ini")});
+        QFile::remove(file("Temp/kelvary.log"));
+        expectStopped(runKelvary(arguments(pdf())), named + QStringLiteral("の文字コードが Shift_JIS (CP932) ではない"));
+    }
+    {
+        SCOPED_TRACE("a folder of that name");
+        ASSERT_TRUE(QFile::remove(ini));
+        ASSERT_TRUE(QDir().mkpath(ini));
+        kept.clear();
+        keep(others);
+        QFile::remove(file("Temp/kelvary.log"));
+        expectStopped(runKelvary(arguments(pdf())), named + QStringLiteral("がフォルダーになっています。"));
+        EXPECT_TRUE(QDir(ini).isEmpty());
+    }
+}
