@@ -3,6 +3,7 @@
 // user never mistakes a check that could not run for a pass.
 #include "checks/clsVerifyFSData.h"
 
+#include "checks/RuleFileEnd.h"
 #include "checks/ValueLines.h"
 #include "db/mdlFunctionDatabase.h"
 #include "platform/SequentialInput.h"
@@ -12,6 +13,7 @@
 #include "startup/mdlFunctionStandard.h"
 
 #include <cstdlib>
+#include <optional>
 
 namespace kelvary {
 namespace {
@@ -121,7 +123,27 @@ void clsVerifyFSData::CheckItemSum() {
             last = 681;
             file = QStringLiteral("DbtData0607K.txt");
         }
-        for (int k = first; k <= last; ++k) gblnCheckItemSum(k, file);
+        if (file.isEmpty()) return;
+        // A rule file that cannot be read, or that was cut short, is reported
+        // once for the statement instead of once for every check it lacks.
+        const QString path = gstrProgramInfo(0) + file;
+        std::optional<int> cutOff;
+        try {
+            cutOff = firstRuleCutOff(path, first, last);
+            if (cutOff)
+                throw VbError(vberr::InputPastEnd, QStringLiteral("ファイル「") + path +
+                                                       QStringLiteral("」は途中で切れています。項番 ") +
+                                                       QString::number(*cutOff) + QStringLiteral(" から ") +
+                                                       QString::number(last) + QStringLiteral(" の検査ができません。"));
+        } catch (...) {
+            ShowErrMsg(QStringLiteral("gblnCheckItemSum") + kCrLf + QStringLiteral("Code=A") +
+                           QString::number(cutOff.value_or(first)),
+                       1);
+            mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
+            if (!cutOff) return;
+        }
+        const int lastHeld = cutOff ? *cutOff - 1 : last;
+        for (int k = first; k <= lastHeld; ++k) gblnCheckItemSum(k, file);
     } catch (...) {
         ShowErrMsg(QStringLiteral("CheckItemSum"), 0);
     }

@@ -278,3 +278,52 @@ TEST_F(Fault, SettingsFileThatCannotBeReadStopsTheRunBeforeAnythingIsWritten) {
         EXPECT_TRUE(QDir(ini).isEmpty());
     }
 }
+
+TEST_F(Fault, RuleFileMissingOrCutShortIsReportedOnceAPeriod) {
+    // The earlier form edition checks each period's statements against the
+    // rule files; the sample without its edition record is one.
+    QByteArray application = readFile(sampleApp());
+    const qsizetype edition = application.indexOf("\"EnforceDate\"");
+    ASSERT_GE(edition, 0);
+    application.remove(edition, application.indexOf('\n', edition) - edition + 1);
+    const QString earlier = file("sample/earlier.dat");
+    writeFile(earlier, application);
+    QStringList printToPdf = arguments(pdf(), earlier);
+    printToPdf[printToPdf.indexOf(QStringLiteral("3"))] = QStringLiteral("1");
+    printToPdf[printToPdf.indexOf(QStringLiteral("--pdf"))] = QStringLiteral("--print-to");
+
+    const QString rules = file("DbtData0607H.txt");
+    const QByteArray whole = readFile(rules);
+    // Cut right after a comma of the terms of check 470, the record before 471.
+    const qsizetype next = whole.indexOf(":A471");
+    ASSERT_GT(next, 0);
+    const QByteArray cut = whole.left(whole.lastIndexOf(',', next) + 1);
+
+    const auto expectOnceAPeriod = [&](const ProcessResult& r, const QString& message) {
+        EXPECT_EQ(r.exitCode, kError);
+        expectReported(r, message);
+        // The sample's three periods, one report each, and the problem list says a check could not run.
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 エラーが発生しました")), 3) << r.standardError.toStdString();
+        EXPECT_TRUE(r.standardError.contains(QStringLiteral("■プログラムのエラーが発生しました。(場所:gblnCheckItemSum)")));
+        expectKept();
+    };
+    {
+        SCOPED_TRACE("missing");
+        ASSERT_TRUE(QFile::remove(rules));
+        keep(kUserFiles);
+        expectOnceAPeriod(runKelvary(printToPdf),
+                          QStringLiteral("ファイル「") + rules + QStringLiteral("」が見つかりません。"));
+    }
+    {
+        SCOPED_TRACE("cut short");
+        writeFile(rules, cut);
+        kept.clear();
+        keep(kUserFiles + QStringList{QStringLiteral("DbtData0607H.txt")});
+        QFile::remove(file("Temp/kelvary.log"));
+        const ProcessResult r = runKelvary(printToPdf);
+        expectOnceAPeriod(r, QStringLiteral("ファイル「") + rules +
+                                 QStringLiteral("」は途中で切れています。項番 471 から 540 の検査ができません。"));
+        // The check the file ends inside meets its end, as it always did.
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 中止\nファイルの終端に達しました\n項番：470\n")), 3);
+    }
+}
