@@ -3,6 +3,7 @@
 // user never mistakes a check that could not run for a pass.
 #include "checks/clsVerifyFSData.h"
 
+#include "checks/RuleFile.h"
 #include "checks/RuleFileEnd.h"
 #include "checks/ValueLines.h"
 #include "db/mdlFunctionDatabase.h"
@@ -333,11 +334,8 @@ void clsVerifyFSData::mCheckItemMatch() {
 // when the file has no such record.
 bool clsVerifyFSData::mFileRestore(SequentialInput& file, const QString& key) {
     try {
-        const QString header = QStringLiteral(":") + key.toLower();
-        while (true) {
-            if (file.eof()) throw VbError(vberr::InputPastEnd, QStringLiteral("レコード :") + key + QStringLiteral(" がありません"));
-            if (file.lineInput().trimmed().toLower() == header) return true;
-        }
+        seekSumRule(file, key);
+        return true;
     } catch (...) {
         ShowErrMsg(QStringLiteral("mFileRestore"), 1);
         return false;
@@ -352,38 +350,27 @@ bool clsVerifyFSData::gblnCheckItemSum(int checkNumber, const QString& fileName)
             mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
             return false;
         }
-        const QString title = file.lineInput();
-        const QString sumLabel = file.lineInput();
-        const QString targetLabel = file.lineInput();
-        auto numberWithoutLastCharacter = [&] {
-            const QString text = file.input().text();
-            return text.left(text.size() - 1).trimmed().toLong();
-        };
-        const long terms = numberWithoutLastCharacter();
-        const std::int32_t target = static_cast<std::int32_t>(numberWithoutLastCharacter());
-
+        const SumRule rule = readSumRule(file);
         std::int64_t sum = 0;
         std::int64_t tolerance = 0;
-        long lastCode = target;
-        for (long i = 0; i < terms; ++i) {
-            if (file.eof()) {
-                gMsgbox(3, QStringLiteral("ファイルの終端に達しました") + kCrLf + QStringLiteral("項番：") +
-                               QString::number(checkNumber) + kCrLf + QStringLiteral("科目：") + QString::number(lastCode));
-                break;
-            }
-            const std::int32_t term = file.input().toLong();
-            lastCode = std::abs(term);
-            const ItemTotal& item = total(static_cast<std::int32_t>(lastCode));
+        for (const std::int32_t term : rule.terms) {
+            const ItemTotal& item = total(static_cast<std::int32_t>(std::abs(static_cast<long>(term))));
             if (!item.present) continue;
             sum += term < 0 ? -item.amount.scaled : item.amount.scaled;
             tolerance += item.rows * 10000;
         }
+        if (rule.cutShort) {
+            const long lastCode = rule.terms.empty() ? rule.target : std::abs(static_cast<long>(rule.terms.back()));
+            gMsgbox(3, QStringLiteral("ファイルの終端に達しました") + kCrLf + QStringLiteral("項番：") +
+                           QString::number(checkNumber) + kCrLf + QStringLiteral("科目：") + QString::number(lastCode));
+        }
+        const std::int32_t target = rule.target;
         const std::int64_t targetAmount = total(target).amount.scaled;
         if (sum - tolerance <= targetAmount && sum + tolerance >= targetAmount) return true;
 
-        mstrMessage += titleLine(QStringLiteral("■") + title) + kCrLf +
-                       valueLine(QStringLiteral("　") + sumLabel + QStringLiteral("："), Variant(Currency{sum})) +
-                       valueLine(QStringLiteral("　") + targetLabel + QStringLiteral("："), Variant(Currency{targetAmount})) +
+        mstrMessage += titleLine(QStringLiteral("■") + rule.title) + kCrLf +
+                       valueLine(QStringLiteral("　") + rule.sumLabel + QStringLiteral("："), Variant(Currency{sum})) +
+                       valueLine(QStringLiteral("　") + rule.targetLabel + QStringLiteral("："), Variant(Currency{targetAmount})) +
                        valueLine(QStringLiteral("　差額："), Variant(Currency{sum - targetAmount})) + kCrLf + kCrLf;
         mblnErrorFlag = true;
         return false;

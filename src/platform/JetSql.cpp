@@ -106,6 +106,12 @@ QList<Token> tokenize(const QString& sql) {
             inner.replace(QLatin1String("\"\""), QLatin1String("\""));
             inner.replace(QLatin1String("'"), QLatin1String("''"));
             tokens.append({Kind::Literal, QLatin1Char('\'') + inner + QLatin1Char('\'')});
+        } else if (c == QLatin1Char('`')) {
+            // SQLite quotes a name between backquotes; kept whole, so that
+            // what stands inside is read neither here nor there as a quote,
+            // a comment or the end of the statement.
+            next = closingQuote(sql, i) + 1;
+            tokens.append({Kind::Literal, sql.mid(i, next - i)});
         } else if (c == QLatin1Char('[')) {
             next = closingChar(sql, i, QLatin1Char(']'),
                                QStringLiteral("SQL 文の構文エラーです。[ ] が閉じられていません。")) + 1;
@@ -179,8 +185,13 @@ void translate(const QList<Token>& tokens, qsizetype begin, qsizetype end, QStri
         } else if (t.isWord("False") && !qualified) {
             out += QLatin1Char('0');
         } else if (t.is(QLatin1Char('/'))) {
-            // Jet divides as floating point even between integers.
+            // Jet divides as floating point even between integers. What comes
+            // right after must not meet the '/' as "/*" (a '*', or the "*1.0/"
+            // of a second '/'), which would open a comment in SQLite and hide
+            // the rest of the statement.
             out += QLatin1String("*1.0/");
+            if (i + 1 < end && (tokens[i + 1].is(QLatin1Char('*')) || tokens[i + 1].is(QLatin1Char('/'))))
+                out += QLatin1Char(' ');
         } else if (t.is(QLatin1Char('&'))) {
             out += QLatin1String("||");
         } else if (t.is(QLatin1Char('-')) && i + 1 < end && tokens[i + 1].is(QLatin1Char('-'))) {

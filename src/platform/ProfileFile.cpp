@@ -203,8 +203,10 @@ void saveWhole(const QString& file, const QByteArray& bytes) {
 // Puts the entry into the lines; false when it already stands there as asked.
 bool putEntry(std::vector<ProfileLine>& lines, const QString& section, const QString& key,
               const QString& value) {
+    // A last line may end in a lone CR, which is no line break to the next
+    // reading: a line added after it would be glued onto it.
     const auto terminate = [](ProfileLine& line) {
-        if (line.end.isEmpty()) line.end = kCrLf;
+        if (!line.end.endsWith('\n')) line.end = kCrLf;
     };
     const std::optional<std::size_t> header = findSection(lines, section);
     if (!header) {

@@ -1,0 +1,95 @@
+// The sum-rule reader on rule records written out byte by byte.
+#include "checks/RuleFile.h"
+
+#include "platform/VbError.h"
+#include "support/TestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+namespace kelvary {
+namespace {
+
+class RuleFileTest : public ::testing::Test {
+protected:
+    // The bytes as a rule file, opened for reading.
+    SequentialInput open(const QByteArray& bytes) {
+        const QString path = dir_.filePath(QStringLiteral("DbtData0607H.txt"));
+        test::writeFile(path, bytes);
+        return SequentialInput(path);
+    }
+
+private:
+    QTemporaryDir dir_;
+};
+
+// ":A401" then 合計 / 計 / 対象 and "3件,30番" with terms 16,-17,18, in CP932.
+const char* const kRecord401 =
+    "3a 41 34 30 30 0d 0a 78 0d 0a 79 0d 0a 7a 0d 0a 31 8c 8f 2c 31 94 d4 0d 0a 31 0d 0a"  // :A400 x y z 1件,1番 1
+    "3a 61 34 30 31 20 0d 0a"                                                               // ":a401 " (case, blank)
+    "8d 87 8c 76 0d 0a 8c 76 0d 0a 91 ce 8f db 0d 0a"                                       // 合計 計 対象
+    "33 8c 8f 2c 33 30 94 d4 0d 0a 31 36 2c 2d 31 37 2c 31 38 0d 0a";                        // 3件,30番 16,-17,18
+
+TEST_F(RuleFileTest, FindsTheRecordWhateverItsCaseAndReadsItsParts) {
+    SequentialInput file = open(test::hexBytes(kRecord401));
+    seekSumRule(file, QStringLiteral("A401"));
+    const SumRule rule = readSumRule(file);
+    EXPECT_EQ(rule.title, QStringLiteral("合計"));
+    EXPECT_EQ(rule.sumLabel, QStringLiteral("計"));
+    EXPECT_EQ(rule.targetLabel, QStringLiteral("対象"));
+    EXPECT_EQ(rule.termCount, 3);
+    EXPECT_EQ(rule.target, 30);
+    EXPECT_EQ(rule.terms, (std::vector<std::int32_t>{16, -17, 18}));
+    EXPECT_FALSE(rule.cutShort);
+}
+
+TEST_F(RuleFileTest, MissingRecordAndMissingCountsAreInputPastEnd) {
+    {
+        SequentialInput file = open(test::hexBytes(kRecord401));
+        try {
+            seekSumRule(file, QStringLiteral("A402"));
+            FAIL() << "a missing record was found";
+        } catch (const VbError& e) {
+            EXPECT_EQ(e.number(), vberr::InputPastEnd);
+        }
+    }
+    {
+        // ":A400" and its title only.
+        SequentialInput file = open(test::hexBytes("3a 41 34 30 30 0d 0a 78 0d 0a"));
+        seekSumRule(file, QStringLiteral("A400"));
+        try {
+            (void)readSumRule(file);
+            FAIL() << "a record without its counts was read";
+        } catch (const VbError& e) {
+            EXPECT_EQ(e.number(), vberr::InputPastEnd);
+        }
+    }
+}
+
+TEST_F(RuleFileTest, FileEndingInsideTheTermsGivesThoseReadAndSaysSo) {
+    // ":A400" x y z "5N,7T" then "4,-2147483648" and the end of the file.
+    SequentialInput file = open(test::hexBytes(
+        "3a 41 34 30 30 0d 0a 78 0d 0a 79 0d 0a 7a 0d 0a 35 4e 2c 37 54 0d 0a"
+        "34 2c 2d 32 31 34 37 34 38 33 36 34 38 0d 0a"));
+    seekSumRule(file, QStringLiteral("A400"));
+    const SumRule rule = readSumRule(file);
+    EXPECT_EQ(rule.termCount, 5);
+    EXPECT_EQ(rule.target, 7);
+    EXPECT_EQ(rule.terms, (std::vector<std::int32_t>{4, -2147483647 - 1}));
+    EXPECT_TRUE(rule.cutShort);
+}
+
+TEST_F(RuleFileTest, CountsThatAreNoNumbersCountAsZero) {
+    // ":A400" x y z "N,T" 1,2 : no terms are read at all.
+    SequentialInput file = open(test::hexBytes("3a 41 34 30 30 0d 0a 78 0d 0a 79 0d 0a 7a 0d 0a 4e 2c 54 0d 0a 31 2c 32 0d 0a"));
+    seekSumRule(file, QStringLiteral("A400"));
+    const SumRule rule = readSumRule(file);
+    EXPECT_EQ(rule.termCount, 0);
+    EXPECT_EQ(rule.target, 0);
+    EXPECT_TRUE(rule.terms.empty());
+    EXPECT_FALSE(rule.cutShort);
+}
+
+}  // namespace
+}  // namespace kelvary

@@ -1,0 +1,1 @@
+select `x'` ; delete from tmpAPData; '

@@ -1,0 +1,1 @@
+Select * From tblIndex Where FYearFrom>#2008/13/45#

@@ -1,0 +1,1 @@
+Select ItemName & "円" & (ItemValue/1000) From tmpFSItemData Where ItemName <> "a""b"

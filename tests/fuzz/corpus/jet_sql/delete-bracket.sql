@@ -1,0 +1,1 @@
+Delete From [tmpFSItemData] Where [ItemName]='a;b';   

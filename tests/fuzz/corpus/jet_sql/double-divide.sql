@@ -1,0 +1,1 @@
+Select ItemValue//2 From tmpFSItemData

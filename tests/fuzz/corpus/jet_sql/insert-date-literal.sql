@@ -1,0 +1,1 @@
+insert into tmpAPData(APDataCode,MainDataCode,EnforceDate,ApplierColumnName) values(1,1001,#2008/04/01#,'株式会社''北斗''')

@@ -1,0 +1,1 @@
+insert into tblIndex(IndexID,FYearFrom,FYearTo) values(2,#4/1/08#,#2009/3/31 10:05#)

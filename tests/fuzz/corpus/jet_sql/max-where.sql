@@ -1,0 +1,1 @@
+Select Max(IndexID) From tblIndex Where MainDataCode=1001

@@ -1,0 +1,1 @@
+Select M_FSItem.True, isnull (ItemName) From M_FSItem

@@ -1,0 +1,1 @@
+Delete From tmpAPData; drop table tblIndex

@@ -1,0 +1,1 @@
+ Select * From tblIndex Order by FYearFrom Desc, FYearNumber Desc,IndexID Desc

@@ -1,0 +1,1 @@
+Update tmpFSItemData Set ItemValue=ItemValue--1 Where (FSDataCode=2) AND (ItemCode=10)

@@ -1,0 +1,1 @@
+Update tmpAPData Set Flag=True Where APDataCode=1
