@@ -38,8 +38,21 @@ QString shownPath(const QString& path) { return QDir::toNativeSeparators(path); 
 }
 
 [[noreturn]] void raiseSqlite(sqlite3* db) {
-    raiseDatabase(QStringLiteral("データベースの処理でエラーが発生しました。(%1)")
-                      .arg(QString::fromUtf8(sqlite3_errmsg(db))));
+    const QString detail = QString::fromUtf8(sqlite3_errmsg(db));
+    switch (sqlite3_errcode(db)) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        // A linked database the sibling program began to write during the run.
+        raiseDatabase(QStringLiteral("データベースが他のプログラムに使用されているため、処理できませんでした。(%1)")
+                          .arg(detail));
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        raiseDatabase(QStringLiteral("データベースが壊れているため、処理できませんでした。(%1)").arg(detail));
+    case SQLITE_FULL:
+        raiseDatabase(QStringLiteral("ディスクの空き容量が足りないため、データベースに書き込めませんでした。(%1)").arg(detail));
+    default:
+        raiseDatabase(QStringLiteral("データベースの処理でエラーが発生しました。(%1)").arg(detail));
+    }
 }
 
 QString quotedName(const QString& name) {

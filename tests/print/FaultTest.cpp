@@ -327,3 +327,20 @@ TEST_F(Fault, RuleFileMissingOrCutShortIsReportedOnceAPeriod) {
         EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 中止\nファイルの終端に達しました\n項番：470\n")), 3);
     }
 }
+
+TEST_F(Fault, PdfOnADiskThatFillsUpIsReportedAndTheEarlierPdfStays) {
+    const QString why = fullDiskRunUnavailable();
+    if (!why.isEmpty()) GTEST_SKIP() << why.toStdString();
+    keep(kUserFiles);
+    const QString folder = file("small-disk");
+    ASSERT_TRUE(QDir().mkpath(folder));
+    // The sample's pages take well over 100 KiB; the disk holds 64 KiB.
+    const FullDiskRun run = runKelvaryOnFullDisk(folder, 64 * 1024, QStringLiteral("out.pdf"), "the user's earlier PDF",
+                                                 arguments(folder + QStringLiteral("/out.pdf")));
+    EXPECT_EQ(run.process.exitCode, kError);
+    expectReported(run.process, QStringLiteral("PDFファイル「") + folder +
+                                    QStringLiteral("/out.pdf」を保存できません。ディスクの空き容量を確認してください。"));
+    EXPECT_EQ(run.filesLeft, QStringList{QStringLiteral("out.pdf")});  // no half-written temporary
+    EXPECT_EQ(run.fileLeft, QByteArray("the user's earlier PDF"));
+    expectKept();
+}

@@ -3,6 +3,9 @@
 // read. Permission bits do not stop root, so under root the program runs as
 // the unprivileged user "nobody" with the scratch folder given to that user,
 // except the one path under test; otherwise plain permission bits do it.
+// And running it with one folder on a disk that fills up: a small memory
+// file system mounted there in a namespace of its own, so no privilege is
+// needed and nothing of it outlives the run.
 #pragma once
 
 #include "support/TestSupport.h"
@@ -107,6 +110,53 @@ inline ProcessResult runKelvaryWithout(Right right, const QString& path, const Q
         result = run(kelvary, arguments);
     }
     ::chmod(name.constData(), before.st_mode & 07777);
+    return result;
+}
+
+// Why a folder cannot be put on a small disk of its own here; empty when it can.
+inline QString fullDiskRunUnavailable() {
+    if (QStandardPaths::findExecutable(QStringLiteral("unshare")).isEmpty())
+        return QStringLiteral("unshare (util-linux) is missing");
+    const ProcessResult probe = restricted_detail::run(QStringLiteral("unshare"),
+                                                       {QStringLiteral("-rm"), QStringLiteral("true")});
+    if (probe.exitCode != 0) return QStringLiteral("user namespaces are not allowed: ") + probe.standardError;
+    return {};
+}
+
+struct FullDiskRun {
+    ProcessResult process;
+    QStringList filesLeft;  // in the folder when the run ended
+    QByteArray fileLeft;    // the bytes of `name` then
+};
+
+// Runs kelvary with `folder` on a disk of `bytes` bytes that holds only the
+// file `name` with the bytes `earlier`. The disk goes with the run; what was
+// on it at its end comes back in the result.
+inline FullDiskRun runKelvaryOnFullDisk(const QString& folder, int bytes, const QString& name,
+                                        const QByteArray& earlier, const QStringList& arguments) {
+    using namespace restricted_detail;
+    // The listing and the file's bytes follow the program's own output on
+    // standard output, after a line of their own.
+    static const QString script = QStringLiteral(
+        "dir=$1; name=$2; size=$3; earlier=$4; shift 4\n"
+        "mount -t tmpfs -o size=$size kelvary-full \"$dir\" || exit 97\n"
+        "printf %s \"$earlier\" > \"$dir/$name\"\n"
+        "\"$@\"; status=$?\n"
+        "echo '--- left on the disk'; ls -A \"$dir\"; echo '--- bytes'; cat \"$dir/$name\"\n"
+        "exit $status\n");
+    FullDiskRun result;
+    result.process = run(QStringLiteral("unshare"),
+                         QStringList{QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"), script,
+                                     QStringLiteral("sh"), folder, name, QString::number(bytes),
+                                     QString::fromLatin1(earlier), appDir() + QStringLiteral("/kelvary")} +
+                             arguments);
+    const QString out = result.process.standardOutput;
+    const qsizetype listing = out.indexOf(QStringLiteral("--- left on the disk\n"));
+    const qsizetype content = out.indexOf(QStringLiteral("--- bytes\n"));
+    if (listing >= 0 && content > listing) {
+        result.filesLeft = out.mid(listing + 21, content - listing - 21).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        result.fileLeft = out.mid(content + 10).toLatin1();
+    }
     return result;
 }
 

@@ -1,0 +1,73 @@
+// What the connection says when a database file is damaged or another
+// connection holds it: the user reads Japanese, with SQLite's own words kept
+// in brackets for whoever looks into it.
+#include "platform/SqliteConnection.h"
+
+#include "platform/TestDatabase.h"
+#include "platform/VbError.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace kelvary {
+namespace {
+
+using test::makeDatabase;
+
+QString descriptionOf(const std::function<void()>& body) {
+    try {
+        body();
+    } catch (const VbError& e) {
+        return e.description();
+    }
+    return QStringLiteral("<no error>");
+}
+
+class SqliteConnectionFault : public ::testing::Test {
+protected:
+    void SetUp() override {
+        makeDatabase(main, "CREATE TABLE tblWork (ID INTEGER);");
+        // Enough rows to fill several pages, so a cut file lacks some of them.
+        makeDatabase(sibling, "CREATE TABLE T_FS (FSDataCode INTEGER, Note TEXT);"
+                              "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 400) "
+                              "INSERT INTO T_FS SELECT i, printf('%0200d', i) FROM n;");
+    }
+    QTemporaryDir dir;
+    const QString main = dir.filePath(QStringLiteral("SystemData.mdb"));
+    const QString sibling = dir.filePath(QStringLiteral("Ledra.mdb"));
+};
+
+TEST_F(SqliteConnectionFault, SiblingCutShortIsFoundBeforeItIsLinked) {
+    EXPECT_NO_THROW(SqliteConnection::requireReadableDatabase(sibling));
+    QFile file(sibling);
+    ASSERT_TRUE(file.resize(file.size() / 2));
+    const QString text = descriptionOf([&] { SqliteConnection::requireReadableDatabase(sibling); });
+    EXPECT_TRUE(text.startsWith(QStringLiteral("データベース '") + sibling +
+                                QStringLiteral("' は壊れているため読み込めません。")))
+        << text.toStdString();
+}
+
+TEST_F(SqliteConnectionFault, LinkedDatabaseHeldByAnotherConnectionIsNamedInJapanese) {
+    SqliteConnection connection(main);
+    connection.linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), sibling);
+    EXPECT_EQ(connection.query(QStringLiteral("SELECT count(*) FROM T_FS")).value(0).toLong(), 400);
+
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(QFile::encodeName(sibling).constData(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const QString whileHeld = descriptionOf([&] { connection.query(QStringLiteral("SELECT count(*) FROM T_FS")); });
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+
+    EXPECT_TRUE(whileHeld.startsWith(QStringLiteral("データベースが他のプログラムに使用されているため、処理できませんでした。")))
+        << whileHeld.toStdString();
+    // Released, the link reads again.
+    EXPECT_EQ(connection.query(QStringLiteral("SELECT count(*) FROM T_FS")).value(0).toLong(), 400);
+}
+
+}  // namespace
+}  // namespace kelvary
