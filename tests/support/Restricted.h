@@ -79,8 +79,15 @@ inline ProcessResult run(const QString& program, const QStringList& arguments) {
 // Why the program cannot be run restricted on this machine; empty when it can.
 inline QString restrictedRunUnavailable() {
     using namespace restricted_detail;
-    if (runningAsRoot() && setpriv().isEmpty())
+    if (!runningAsRoot()) return {};
+    if (setpriv().isEmpty())
         return QStringLiteral("running as root without setpriv (util-linux) to drop to an unprivileged user");
+    // The unprivileged user must reach the built program through its folders.
+    const ProcessResult probe =
+        run(setpriv(), {QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups"),
+                        appDir() + QStringLiteral("/kelvary"), QStringLiteral("--version")});
+    if (probe.exitCode != 0)
+        return QStringLiteral("the user nobody cannot run the built program: ") + probe.standardError;
     return {};
 }
 
