@@ -87,7 +87,9 @@ void PdfFileWriter::commit() {
     painter_->end();
     painter_.reset();
     writer_.reset();
-    const bool ok = file_->commit();
+    // The last buffered bytes meet a full disk only when flushed; a commit
+    // alone has been seen to keep a file they never reached.
+    const bool ok = file_->flush() && file_->commit();
     const QString error = file_->errorString();
     file_.reset();
     if (!ok)

@@ -7,15 +7,33 @@
 #include "qr/QrSymbol.h"
 #include "startup/mdlFunctionStandard.h"
 
-#include <QFile>
 #include <QFileInfo>
+#include <QImage>
+#include <QSaveFile>
 
 namespace kelvary {
 namespace {
 
-[[noreturn]] void raiseFileError(const QString& path) {
-    throw VbError(vberr::PathNotFound, VbError::standardDescription(vberr::PathNotFound) +
-                                           QStringLiteral(" (") + path + QLatin1Char(')'));
+// A symbol file that could not be saved; told apart from a payload too large
+// for a symbol, which does not stop the renderer's later symbols.
+struct SaveFailed : VbError {
+    SaveFailed(const QString& path, const QString& why)
+        : VbError(vberr::PermissionDenied,
+                  QStringLiteral("QRコードのファイル「") + path +
+                      QStringLiteral("」を保存できません。ディスクの空き容量と、作業フォルダーに書き込めるかを確認してください。"
+                                     "この書類の残りのQRコードは作成しません。(") +
+                      why + QLatin1Char(')')) {}
+};
+
+// Writes the file whole or not at all: a half-written image must not be
+// taken for a symbol.
+template <typename Write>
+void saveWhole(const QString& path, Write&& write) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) throw SaveFailed(path, file.errorString());
+    // The last buffered bytes meet a full disk only when flushed; a commit
+    // alone has been seen to keep a file they never reached.
+    if (!write(file) || !file.flush() || !file.commit()) throw SaveFailed(path, file.errorString());
 }
 
 }  // namespace
@@ -25,6 +43,7 @@ void frmQRCode::MakeQRCode(const QString& strFileName, const QString& strDataVal
 }
 
 void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataValue) {
+    if (mblnCannotSave) return;
     try {
         const QByteArray bytes = cp932Encode(strDataValue);
         const std::optional<qr::QrSymbol> symbol = qr::encodeSymbol(bytes);
@@ -36,19 +55,20 @@ void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataVa
                               QFileInfo(strFileName).completeBaseName() + QStringLiteral("、") +
                               QString::number(bytes.size()) + QStringLiteral("バイト）"));
         }
-        if (!qr::symbolImage(*symbol).save(strFileName, "BMP")) raiseFileError(strFileName);
+        const QImage image = qr::symbolImage(*symbol);
+        saveWhole(strFileName, [&](QIODevice& file) { return image.save(&file, "BMP"); });
         mSaveText(strFileName, strDataValue);
+    } catch (const SaveFailed&) {
+        mblnCannotSave = true;
+        ShowErrMsg(QStringLiteral("mMakeQRCode"), 1);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mMakeQRCode"), 1);
     }
 }
 
 void frmQRCode::mSaveText(const QString& strFileName, const QString& strDataValue) {
-    const QString path = strFileName + QStringLiteral(".Txt");
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) raiseFileError(path);
     const QByteArray bytes = cp932Encode(strDataValue);
-    if (file.write(bytes) != bytes.size()) raiseFileError(path);
+    saveWhole(strFileName + QStringLiteral(".Txt"), [&](QIODevice& file) { return file.write(bytes) == bytes.size(); });
 }
 
 }  // namespace kelvary

@@ -10,13 +10,18 @@ namespace kelvary {
 class frmQRCode {
 public:
     // Writes strFileName (the BMP image) and strFileName & ".Txt" (the
-    // payload). A failure is reported under "mMakeQRCode" and nothing more
-    // is written for that symbol.
+    // payload), each whole or not at all. A failure is reported under
+    // "mMakeQRCode" and nothing more is written for that symbol; once a file
+    // could not be saved (a full disk, a folder that cannot be written), the
+    // renderer's later symbols are not attempted, since each would fail and
+    // be reported the same way.
     void MakeQRCode(const QString& strFileName, const QString& strDataValue);
 
 private:
     void mMakeQRCode(const QString& strFileName, const QString& strDataValue);
     void mSaveText(const QString& strFileName, const QString& strDataValue);
+
+    bool mblnCannotSave = false;
 };
 
 }  // namespace kelvary

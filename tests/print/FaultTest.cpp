@@ -344,3 +344,31 @@ TEST_F(Fault, PdfOnADiskThatFillsUpIsReportedAndTheEarlierPdfStays) {
     EXPECT_EQ(run.fileLeft, QByteArray("the user's earlier PDF"));
     expectKept();
 }
+
+TEST_F(Fault, TempOnADiskThatFillsUpLeavesNoHalfWrittenSymbol) {
+    const QString why = fullDiskRunUnavailable();
+    if (!why.isEmpty()) GTEST_SKIP() << why.toStdString();
+    keep(kUserFiles);
+    // Room for two or three of the sample's symbol images.
+    const FullDiskRun run = runKelvaryOnFullDisk(file("Temp"), 24 * 1024, QStringLiteral("kelvary.log"), QByteArray(),
+                                                 arguments(pdf()));
+    EXPECT_EQ(run.process.exitCode, kError);
+    EXPECT_TRUE(run.process.standardError.contains(
+        QStringLiteral("を保存できません。ディスクの空き容量と、作業フォルダーに書き込めるかを確認してください。")))
+        << run.process.standardError.toStdString();
+    // At most once for the application's symbols and once for each period's.
+    const qsizetype reports = run.process.standardError.count(QStringLiteral("=== 3 "));
+    EXPECT_GE(reports, 1);
+    EXPECT_LE(reports, 4) << run.process.standardError.toStdString();
+    // Whole files only: images, payload copies each beside its image, the log.
+    ASSERT_FALSE(run.filesLeft.isEmpty());
+    for (const QString& name : run.filesLeft) {
+        if (name == QStringLiteral("kelvary.log")) continue;
+        if (name.endsWith(QStringLiteral(".bmp.Txt"))) {
+            EXPECT_TRUE(run.filesLeft.contains(name.chopped(4))) << name.toStdString();
+            continue;
+        }
+        EXPECT_TRUE(name.endsWith(QStringLiteral(".bmp"))) << name.toStdString();
+    }
+    expectKept();
+}
