@@ -7,9 +7,9 @@
 #include "qr/QrSymbol.h"
 #include "startup/mdlFunctionStandard.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
-#include <QSaveFile>
 
 namespace kelvary {
 namespace {
@@ -26,14 +26,27 @@ struct SaveFailed : VbError {
 };
 
 // Writes the file whole or not at all: a half-written image must not be
-// taken for a symbol.
+// taken for a symbol. The symbols are scratch files of one run, so they need
+// to be whole but not durable: no sync to the disk, as QSaveFile would make
+// for each of them.
 template <typename Write>
 void saveWhole(const QString& path, Write&& write) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) throw SaveFailed(path, file.errorString());
-    // The last buffered bytes meet a full disk only when flushed; a commit
-    // alone has been seen to keep a file they never reached.
-    if (!write(file) || !file.flush() || !file.commit()) throw SaveFailed(path, file.errorString());
+    QFile part(path + QStringLiteral(".part"));
+    if (!part.open(QIODevice::WriteOnly | QIODevice::Truncate)) throw SaveFailed(path, part.errorString());
+    // The last buffered bytes meet a full disk only when flushed.
+    const bool written = write(part) && part.flush();
+    const QString error = part.errorString();
+    part.close();
+    if (!written) {
+        part.remove();
+        throw SaveFailed(path, error);
+    }
+    QFile::remove(path);
+    if (!part.rename(path)) {
+        const QString renameError = part.errorString();
+        part.remove();
+        throw SaveFailed(path, renameError);
+    }
 }
 
 }  // namespace
