@@ -34,14 +34,19 @@ bool lockAllBytes(int fd) {
 }  // namespace
 
 DatabaseFileLock::DatabaseFileLock(const QString& path, int waitMs) {
+    // A file system without such locks (some network shares) leaves the
+    // file unguarded, as it always was there; only a lock held by another
+    // program keeps the run out.
+    acquired_ = true;
     fd_ = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
     if (fd_ < 0) return;
     for (int waited = 0;; waited += kRetryMs) {
-        if (lockAllBytes(fd_)) {
-            acquired_ = true;
+        if (lockAllBytes(fd_)) return;
+        if (errno != EAGAIN && errno != EACCES) return;
+        if (waited >= waitMs) {
+            acquired_ = false;
             return;
         }
-        if ((errno != EAGAIN && errno != EACCES) || waited >= waitMs) return;
         QThread::msleep(kRetryMs);
     }
 }

@@ -20,7 +20,7 @@ public:
     DatabaseFileLock(const DatabaseFileLock&) = delete;
     DatabaseFileLock& operator=(const DatabaseFileLock&) = delete;
 
-    // False when another program held the file for the whole wait.
+    // False only when another program held the file for the whole wait.
     bool acquired() const { return acquired_; }
 
 private:
