@@ -7,6 +7,8 @@
 #include "platform/VbError.h"
 
 #include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -67,6 +69,35 @@ TEST_F(SqliteConnectionFault, LinkedDatabaseHeldByAnotherConnectionIsNamedInJapa
         << whileHeld.toStdString();
     // Released, the link reads again.
     EXPECT_EQ(connection.query(QStringLiteral("SELECT count(*) FROM T_FS")).value(0).toLong(), 400);
+}
+
+// Another program writing the file: Python's own SQLite, in a process of its
+// own. "locked" or "written".
+QString anotherProgramWrites(const QString& path) {
+    QProcess process;
+    process.start(QStandardPaths::findExecutable(QStringLiteral("python3")), {QStringLiteral("-c"),
+                           QStringLiteral("import sqlite3, sys\n"
+                                          "db = sqlite3.connect(sys.argv[1], timeout=0.2, isolation_level=None)\n"
+                                          "try:\n"
+                                          "    db.execute('INSERT INTO tblWork VALUES (9)')\n"
+                                          "    print('written')\n"
+                                          "except sqlite3.OperationalError:\n"
+                                          "    print('locked')\n"),
+                           path});
+    process.waitForFinished(30000);
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+TEST_F(SqliteConnectionFault, AnotherProgramCannotWriteWhileTheConnectionIsOpen) {
+    if (QStandardPaths::findExecutable(QStringLiteral("python3")).isEmpty()) GTEST_SKIP() << "python3 is missing";
+    {
+        SqliteConnection connection(main);
+        EXPECT_EQ(anotherProgramWrites(main), QStringLiteral("locked"));
+        // The connection itself writes on.
+        EXPECT_EQ(connection.execute(QStringLiteral("INSERT INTO tblWork VALUES (1)")), 1);
+    }
+    EXPECT_EQ(anotherProgramWrites(main), QStringLiteral("written"));
+    EXPECT_EQ(test::storedValue(main, "SELECT group_concat(ID) FROM tblWork"), QStringLiteral("text:1,9"));
 }
 
 }  // namespace
