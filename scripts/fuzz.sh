@@ -30,7 +30,9 @@ for target in "${targets[@]}"; do
   corpus="$work/corpus"
   artifacts="$work/artifacts"
   mkdir -p "$corpus" "$artifacts"
-  cp -n "$root/tests/fuzz/corpus/$target/"* "$corpus/"
+  for seed in "$root/tests/fuzz/corpus/$target/"*; do
+    [ -e "$corpus/$(basename "$seed")" ] || cp "$seed" "$corpus/"
+  done
   dict=()
   [ -f "$root/tests/fuzz/dict/$target.dict" ] && dict=("-dict=$root/tests/fuzz/dict/$target.dict")
   log="$work/run.log"
@@ -42,7 +44,9 @@ for target in "${targets[@]}"; do
     -rss_limit_mb=2048 -artifact_prefix="$artifacts/" -print_final_stats=1 >"$log" 2>&1 || status=$?
   runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
   [ -z "$runs" ] && runs=$(sed -n 's/^#\([0-9]*\).*DONE.*/\1/p' "$log" | tail -1)
-  last=$(grep -E '^#[0-9]+' "$log" | tail -1)
+  last=$(grep -E '^#[0-9]+' "$log" | tail -1 || true)
+  # The seconds actually run: a run that finds something stops early.
+  ran=$(sed -n 's/^Done [0-9]* runs in \([0-9]*\) second.*/\1/p' "$log" | tail -1)
   cov=$(echo "$last" | sed -n 's/.*cov: \([0-9]*\).*/\1/p')
   ft=$(echo "$last" | sed -n 's/.* ft: \([0-9]*\).*/\1/p')
   corp=$(echo "$last" | sed -n 's/.* corp: \([0-9]*\/[0-9]*[A-Za-z]*\).*/\1/p')
@@ -53,7 +57,7 @@ for target in "${targets[@]}"; do
     found=1
     result="FOUND (exit $status; log $work/run.log)"
   fi
-  summary+=("$(printf '%-17s %5ss %9s runs  cov %4s ft %5s  corpus %s (%s files)  %s' "$target" "$seconds" \
+  summary+=("$(printf '%-17s %5ss %9s runs  cov %4s ft %5s  corpus %s (%s files)  %s' "$target" "${ran:-<$seconds}" \
     "${runs:-?}" "${cov:-?}" "${ft:-?}" "${corp:-?}" "$files" "$result")")
   echo "${summary[-1]}"
   if [ -n "$new" ]; then echo "$new" | sed "s/^/  input: /"; fi
