@@ -7,6 +7,7 @@
 #include "checks/RuleFile.h"
 #include "db/clsSqlText.h"
 #include "intake/ApplicationFile.h"
+#include "platform/AppObject.h"
 #include "platform/Cp932.h"
 #include "platform/JetSql.h"
 #include "platform/LayoutDocument.h"
@@ -35,6 +36,9 @@ const QTemporaryDir& scratchFolder() {
         const QString base = QDir(QStringLiteral("/dev/shm")).exists() ? QStringLiteral("/dev/shm") : QDir::tempPath();
         auto made = std::make_unique<QTemporaryDir>(base + QStringLiteral("/kelvary-fuzz-XXXXXX"));
         if (!made->isValid()) throw std::runtime_error("cannot make a scratch folder for the fuzz inputs");
+        // Routines that trap their own errors log them under the program
+        // folder; here that is the scratch folder, not wherever we started.
+        app::setPath(made->path());
         return made;
     }();
     return *folder;
@@ -43,6 +47,8 @@ const QTemporaryDir& scratchFolder() {
 // The fuzz bytes as a file of the given name; a file of the same name from
 // the previous input is replaced.
 QString asFile(const std::uint8_t* data, std::size_t size, const QString& name) {
+    // The error log of the previous input goes, so a long run does not fill memory.
+    QFile::remove(scratchFolder().filePath(QStringLiteral("Temp/kelvary.log")));
     const QString path = scratchFolder().filePath(name);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
