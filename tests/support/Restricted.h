@@ -55,23 +55,7 @@ inline mode_t withoutRight(mode_t mode, Right right) {
 }
 
 inline ProcessResult run(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove(QStringLiteral("KELVARY_HOME"));
-    process.setProcessEnvironment(env);
-    process.start(program, arguments);
-    ProcessResult result;
-    if (!process.waitForStarted(kTimeoutMs)) return result;
-    process.closeWriteChannel();
-    if (!process.waitForFinished(kTimeoutMs)) {
-        process.kill();
-        process.waitForFinished();
-        return result;
-    }
-    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
-    result.standardError = QString::fromUtf8(process.readAllStandardError());
-    return result;
+    return runProgram(program, arguments, kTimeoutMs);
 }
 
 }  // namespace restricted_detail

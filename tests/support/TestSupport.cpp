@@ -34,13 +34,14 @@ QString appDir() { return QStringLiteral(KELVARY_TEST_APP_DIR); }
 QString templateDir() { return QStringLiteral(KELVARY_TEST_TEMPLATE_DIR); }
 QString testDataDir() { return QStringLiteral(KELVARY_TEST_DATA_DIR); }
 
-ProcessResult runKelvary(const QStringList& arguments, int timeoutMs, const QString& workingDirectory) {
+ProcessResult runProgram(const QString& program, const QStringList& arguments, int timeoutMs,
+                         const QString& workingDirectory) {
     QProcess process;
     if (!workingDirectory.isEmpty()) process.setWorkingDirectory(workingDirectory);
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.remove(QStringLiteral("KELVARY_HOME"));
     process.setProcessEnvironment(env);
-    process.start(appDir() + QStringLiteral("/kelvary"), arguments);
+    process.start(program, arguments);
     ProcessResult result;
     if (!process.waitForStarted(timeoutMs)) return result;
     process.closeWriteChannel();
@@ -53,6 +54,10 @@ ProcessResult runKelvary(const QStringList& arguments, int timeoutMs, const QStr
     result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
     result.standardError = QString::fromUtf8(process.readAllStandardError());
     return result;
+}
+
+ProcessResult runKelvary(const QStringList& arguments, int timeoutMs, const QString& workingDirectory) {
+    return runProgram(appDir() + QStringLiteral("/kelvary"), arguments, timeoutMs, workingDirectory);
 }
 
 ScratchHome::ScratchHome() {

@@ -33,6 +33,11 @@ struct ProcessResult {
     QString standardError;
 };
 
+// Runs a program with its input closed and KELVARY_HOME unset; a run that
+// does not end in time is killed and has exit code -1.
+ProcessResult runProgram(const QString& program, const QStringList& arguments, int timeoutMs = 60000,
+                         const QString& workingDirectory = QString());
+
 // Runs the built kelvary with the given arguments; a fresh program folder may
 // be named with --home among them.
 ProcessResult runKelvary(const QStringList& arguments, int timeoutMs = 60000,
