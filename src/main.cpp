@@ -52,6 +52,11 @@ bool displayAvailable() {
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+// The program folder named by --home or KELVARY_HOME; empty when neither names one.
+QString namedFolder(const kelvary::CommandLine& cl) {
+    return cl.home.isEmpty() ? qEnvironmentVariable("KELVARY_HOME") : cl.home;
+}
+
 // A developer's proof of a layout: every field shows its own name.
 int writeProof(int argc, char** argv, const kelvary::CommandLine& cl) {
     using namespace kelvary;
@@ -59,7 +64,7 @@ int writeProof(int argc, char** argv, const kelvary::CommandLine& cl) {
     qInstallMessageHandler(quietPlatformNotices);
     QApplication application(argc, argv);
     installFontSubstitutions();
-    app::setPath(cl.home.isEmpty() ? qEnvironmentVariable("KELVARY_HOME") : cl.home);
+    app::setPath(namedFolder(cl));
     setUserInterface(std::make_unique<BatchUserInterface>(false));
     try {
         writeLayoutProof(app::path() + QStringLiteral("/PrintFile/") + cl.proofLayout, cl.proofPdf);
@@ -75,9 +80,8 @@ int writeProof(int argc, char** argv, const kelvary::CommandLine& cl) {
 // that folder cannot be made; the user has then been told why.
 QString workingFolder(const kelvary::CommandLine& cl) {
     using namespace kelvary;
-    QString home = cl.home;
-    if (home.isEmpty()) home = qEnvironmentVariable("KELVARY_HOME");
-    if (!home.isEmpty()) return home;
+    const QString named = namedFolder(cl);
+    if (!named.isEmpty()) return named;
     const ProgramFolderChoice choice =
         chooseProgramFolder(QCoreApplication::applicationDirPath(),
                             QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
