@@ -70,13 +70,6 @@ TEST_F(ApplicationForm, GovernorsLicenceStrikesTheMinisterAndNamesThePrefecture)
     EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
 }
 
-TEST_F(ApplicationForm, BothClassesStrikeNoLabel) {
-    change("ClasCtgr1=3");
-    write();
-    EXPECT_FALSE(field("C10a").strikeLine);
-    EXPECT_FALSE(field("C10b").strikeLine);
-}
-
 TEST_F(ApplicationForm, WithoutALicenceNumberOnlyTheBlankDateIsWritten) {
     change("LcnsNum1B=NULL, LcnsNum2B=''");
     write();
@@ -88,37 +81,6 @@ TEST_F(ApplicationForm, WithoutALicenceNumberOnlyTheBlankDateIsWritten) {
     // Six blanks for the era and year, two for the month and for the day.
     EXPECT_EQ(field("C13").text, QStringLiteral("      年  月  日"));
     EXPECT_EQ(field("C18").text, QStringLiteral("      年  月  日"));
-}
-
-TEST_F(ApplicationForm, AYearWithoutItsStartKeepsTheLayoutsCodes) {
-    change("FYearFrom2=NULL, FYearCtgr3A=3, FYearCtgr3B=0");
-    write();
-    EXPECT_EQ(field("C20").text, QStringLiteral("平成20年 4月 1日"));
-    EXPECT_EQ(field("C22").text, QStringLiteral("01"));
-    EXPECT_EQ(field("C23").text, QStringLiteral("12"));
-    EXPECT_EQ(field("C24").text, QStringLiteral("      年  月  日"));
-    EXPECT_EQ(field("C25").text, QStringLiteral("平成20年 3月31日"));
-    EXPECT_EQ(field("C26").text, field("C26").defaultText);
-    EXPECT_EQ(field("C27").text, field("C27").defaultText);
-    EXPECT_EQ(field("C30").text, QStringLiteral("03"));
-    // 0 with "##" is an empty text: the layout's own stays.
-    EXPECT_EQ(field("C31").text, field("C31").defaultText);
-}
-
-TEST_F(ApplicationForm, CodesAndAmountsAreFormatted) {
-    change("Distinction=0, LastApl=2, OfficeCityCode='1101', Item01Single=1234567");
-    write();
-    EXPECT_EQ(field("C32").text, field("C32").defaultText);
-    EXPECT_EQ(field("C33").text, QStringLiteral("2"));
-    EXPECT_EQ(field("C34").text, QStringLiteral("1"));
-    EXPECT_EQ(field("C40").text, QStringLiteral("01101"));
-    EXPECT_EQ(field("C44").text, QStringLiteral("1,234,567"));
-    EXPECT_EQ(field("C45").text, QStringLiteral("0"));
-    EXPECT_EQ(field("C37").text, QStringLiteral("株式会社ケルバリー建設"));
-    EXPECT_EQ(field("C42").text, QStringLiteral("100-0005"));
-    EXPECT_EQ(field("C48").text, QStringLiteral("特になし"));
-    EXPECT_EQ(field("MakeDate").text, QStringLiteral("平成21年 7月15日"));
-    EXPECT_EQ(field("C8").text, QStringLiteral("平成21年 7月15日"));
 }
 
 TEST_F(ApplicationForm, AgentSwitchDecidesBetweenTheAgentTextAndTheAgentBlock) {
@@ -139,12 +101,6 @@ TEST_F(ApplicationForm, AgentSwitchDecidesBetweenTheAgentTextAndTheAgentBlock) {
                        "03-9876-5432"));
     EXPECT_EQ(field("ProxyColumn").text, field("ProxyColumn").defaultText);
     EXPECT_EQ(field("RegistNumber").text, QStringLiteral("登録番号  R-123"));
-}
-
-TEST_F(ApplicationForm, AgentWithoutRegistrationNumberLeavesItsFieldAlone) {
-    setting("RegistNumber", QStringLiteral("   "));
-    write(true);
-    EXPECT_EQ(field("RegistNumber").text, field("RegistNumber").defaultText);
 }
 
 TEST_F(ApplicationForm, PdfTitleColumnFollowsTheAddressLines) {
@@ -193,13 +149,6 @@ TEST_F(ApplicationForm, AMissingRecordIsReportedAndNoPageIsEnded) {
     EXPECT_EQ(pm.collectedPageCount(), 0);
     ASSERT_EQ(errors().size(), 1);
     EXPECT_TRUE(errors()[0].contains(QStringLiteral("mPrintAP"))) << errors()[0].toStdString();
-}
-
-TEST_F(ApplicationForm, PrintLayoutCollectsOnePage) {
-    frmPrintManager& pm = manager();
-    mPrintAP(pm, 1, true, false);
-    EXPECT_EQ(pm.collectedPageCount(), 1);
-    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
 }
 
 }  // namespace

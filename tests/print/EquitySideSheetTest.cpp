@@ -1,12 +1,10 @@
 // The equity side sheet: amounts in thousands with "△", the headings from the
 // statement's columns and reserve names, the indented change rows, and
-// statements of 0, 3, 15 and more rows.
+// statements of 0, 3 and more than 15 rows.
 #include "print/EquitySideSheet.h"
 
 #include "PageBuilderHome.h"
 #include "db/mdlFunctionDatabase.h"
-
-#include <QRegularExpression>
 
 
 namespace kelvary {
@@ -64,13 +62,6 @@ TEST(EquityAmounts, ThousandsTruncatedTowardZeroWithTriangleForNegatives) {
     EXPECT_EQ(mstrEquityAmountText(Variant::null()), QString());
 }
 
-TEST(EquityLabels, DistinctionNamesTheApplicant) {
-    EXPECT_EQ(mstrMakeDistinctionLabel(1), QStringLiteral("（会社名）"));
-    EXPECT_EQ(mstrMakeDistinctionLabel(2), QStringLiteral("（商号又は名称）"));
-    EXPECT_EQ(mstrMakeDistinctionLabel(0), QStringLiteral("（申請者名）"));
-    EXPECT_EQ(mstrMakeDistinctionLabel(Variant::null()), QStringLiteral("（申請者名）"));
-}
-
 TEST_F(EquitySideSheet, ThreeRowsMakeOneSheetWithHeaderHeadingsAndAmounts) {
     sibling(
         "INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName, BenefitReady, OtherReady1, OtherReady2, "
@@ -96,43 +87,6 @@ TEST_F(EquitySideSheet, ThreeRowsMakeOneSheetWithHeaderHeadingsAndAmounts) {
     // unplaced names stay off the sheet.
     for (const char* absent : {"新築積立金", "置き場のない積立金", "他期", "利益準備金列", "資本金"})
         EXPECT_FALSE(text.contains(QString::fromUtf8(absent))) << absent;
-    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
-}
-
-// Left edges of the words pdftotext finds on page 1.
-QMap<QString, double> wordLeftEdges(const QString& pdf) {
-    const test::ToolRun run = test::runTool(QStringLiteral("pdftotext"),
-                                            {QStringLiteral("-bbox"), QStringLiteral("-f"), QStringLiteral("1"),
-                                             QStringLiteral("-l"), QStringLiteral("1"), pdf, QStringLiteral("-")});
-    QMap<QString, double> edges;
-    static const QRegularExpression word(QStringLiteral("<word xMin=\"([0-9.]+)\"[^>]*>([^<]*)</word>"));
-    for (auto it = word.globalMatch(run.out); it.hasNext();) {
-        const auto m = it.next();
-        edges.insert(m.captured(2), m.captured(1).toDouble());
-    }
-    return edges;
-}
-
-TEST_F(EquitySideSheet, OnlyTheChangesBetweenHeadingAndTotalAreIndented) {
-    sibling(
-        "INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName) VALUES (3, 1, '前期末残高'), (3, 2, '当期変動額'),"
-        " (3, 3, '新株の発行'), (3, 4, '剰余金の配当'), (3, 5, '当期変動額合計'), (3, 6, '当期末残高')");
-    const QMap<QString, double> left = wordLeftEdges(printSheet());
-    for (const char* name : {"前期末残高", "当期変動額", "新株の発行", "剰余金の配当", "当期変動額合計", "当期末残高"})
-        ASSERT_TRUE(left.contains(QString::fromUtf8(name))) << name;
-    const double edge = left[QStringLiteral("前期末残高")];
-    EXPECT_DOUBLE_EQ(left[QStringLiteral("当期変動額")], edge);
-    EXPECT_GT(left[QStringLiteral("新株の発行")], edge + 3);
-    EXPECT_GT(left[QStringLiteral("剰余金の配当")], edge + 3);
-    EXPECT_DOUBLE_EQ(left[QStringLiteral("当期変動額合計")], edge);
-    EXPECT_DOUBLE_EQ(left[QStringLiteral("当期末残高")], edge);
-}
-
-TEST_F(EquitySideSheet, FifteenRowsEndOneSheet) {
-    rows(15);
-    frmPrintManager& pm = manager();
-    mPrintVariableTemp(pm, 3);
-    EXPECT_EQ(pm.collectedPageCount(), 1);
     EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
 }
 

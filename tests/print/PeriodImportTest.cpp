@@ -55,16 +55,6 @@ TEST_F(PeriodImport, OtherProgramsIndividualsAreRecodedAndPruned) {
               (QStringList{"1:222:1", "2:62:0", "3:225:1", "508:500:1", "509:501:0"}));
 }
 
-TEST_F(PeriodImport, CorporationsOfOtherProgramsKeepTheirCodes) {
-    home.sqlExec(
-        "INSERT INTO tmpFSInfoData (FSDataCode, OtherSoftPrefCode, Distinction) VALUES (1, 1, 1);"
-        "INSERT INTO tmpFSItemData (FSDataCode, FSItemID, ItemCode, ItemValue, NameChangeFlag) VALUES"
-        " (1, 510, 9, 10, 0), (1, 2, 16, 5, 0);");
-    mPref01Special(1);
-    EXPECT_EQ(items("SELECT ItemCode || ':' || NameChangeFlag FROM tmpFSItemData ORDER BY FSItemID"),
-              (QStringList{"16:0", "9:1"}));
-}
-
 TEST_F(PeriodImport, ExcelConversionsAreToldOnce) {
     home.sqlExec(
         "INSERT INTO tmpFSInfoData (FSDataCode, VersionNumber) VALUES (1, 'Ledra:2.1.0.0(from excel 3.0)'),"
@@ -75,16 +65,4 @@ TEST_F(PeriodImport, ExcelConversionsAreToldOnce) {
     EXPECT_EQ(home.ui().messages[0].request.title, QStringLiteral("情報"));
     EXPECT_TRUE(home.ui().messages[0].request.text.startsWith(
         QStringLiteral("第38期の決算期データは「Tessaro」から「Orvane」にコンバートしたものです。\r\n\r\n")));
-}
-
-TEST_F(PeriodImport, TempFolderLosesOnlyImagesAndTexts) {
-    for (const char* name : {"Temp/ApplyHeader.bmp", "Temp/ApplyHeader.bmp.Txt", "Temp/kelvary.log", "Temp/a.BMP"}) {
-        QFile f(home.file(QString::fromLatin1(name)));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    }
-    mClearTempFolder();
-    EXPECT_FALSE(QFile::exists(home.file("Temp/ApplyHeader.bmp")));
-    EXPECT_FALSE(QFile::exists(home.file("Temp/ApplyHeader.bmp.Txt")));
-    EXPECT_FALSE(QFile::exists(home.file("Temp/a.BMP")));
-    EXPECT_TRUE(QFile::exists(home.file("Temp/kelvary.log")));
 }

@@ -84,39 +84,6 @@ TEST_F(QrPages, SupplementShowsTheChosenCourseAndRecipient) {
     EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
 }
 
-TEST_F(QrPages, SupplementWithoutTheRecordCarriesTheSubmitterAndSymbols) {
-    setting("UserName", QStringLiteral("田中　次郎"));
-    symbol(QStringLiteral("ApplyHeader"), "\"H\",\"0000012320260101120000\"");
-    symbol(QStringLiteral("ApplyDoc1"), QByteArray("\"AP1\",") + QByteArray(600, '3'));
-    symbol(QStringLiteral("ApplyDoc2"), QByteArray("\"AP2\",") + QByteArray(300, '5'));
-    frmPrintManager& pm = manager(QStringLiteral("sub.pdf"));
-    mPrintSubDoc(pm, 42, SupplementChoices{1, false}, false);
-    finishPdf();
-    const QString file = pdf(QStringLiteral("sub.pdf"));
-    EXPECT_EQ(test::qpdfCheck(file), 0);
-    EXPECT_EQ(test::pdfInfo(file, QStringLiteral("Pages")), QStringLiteral("1"));
-    const QString text = pdfText(file, 1);
-    for (const char* expected : {"経営状況分析申請に関する補足書類", "田中　次郎", "ApplyHeader", "ApplyDoc1",
-                                 "ApplyDoc2", "[ID]0000012320260101120000"})
-        EXPECT_TRUE(test::holdsText(text, QString::fromUtf8(expected))) << expected;
-    EXPECT_FALSE(text.contains(QStringLiteral("ケルバリー"))) << text.toStdString();
-    EXPECT_FALSE(text.contains(QStringLiteral("レ"))) << text.toStdString();
-    EXPECT_EQ(test::decodeQrOnPage(file, 1), (QStringList{QStringLiteral("\"AP1\",") + QString(600, QLatin1Char('3')),
-                                                          QStringLiteral("\"AP2\",") + QString(300, QLatin1Char('5')),
-                                                          QStringLiteral("\"H\",\"0000012320260101120000\"")}));
-}
-
-TEST_F(QrPages, HeaderNamesTheTermTheApplicantAndTheEdition) {
-    frmPrintManager& pm = manager();
-    pm.SetPrintFile(QStringLiteral("FSQRCode.w30"));
-    mPrintFSHeader(pm, 7, 2, 3);
-    EXPECT_EQ(field("PageInfo").text, QStringLiteral("Page 2/3"));
-    EXPECT_EQ(field("FiscalTerm").text, QStringLiteral(" 事業年度 (第40期)　自 平成20年04月01日～至 平成21年03月31日"));
-    EXPECT_EQ(field("ApplierName").text, QStringLiteral("(申請者名)　株式会社ケルバリー建設"));
-    EXPECT_EQ(field("EnforceDate").text, QStringLiteral("平成18年7月様式"));
-    EXPECT_TRUE(field("VersionNumber").text.endsWith(QStringLiteral(" )kv")));
-}
-
 TEST_F(QrPages, AMissingImageLeavesTheSlotNumberedAndCaptioned) {
     symbol(QStringLiteral("ZaimuHeader0"), "header");
     frmPrintManager& pm = manager();
@@ -141,27 +108,6 @@ protected:
         return pdf(QStringLiteral("fs.pdf"));
     }
 };
-
-TEST_F(QrPagesPdf, TwelveSymbolsFillOnePageAndEveryOneReadsBack) {
-    // Payloads of growing length, as a period's statements fill their symbols.
-    QStringList expected;
-    for (int k = 0; k <= 11; ++k) {
-        const QString base = k == 0 ? QStringLiteral("ZaimuHeader0") : QStringLiteral("ZaimuData0_%1").arg(k);
-        const QString payload = base + QLatin1Char(',') + QString(60 * k + 40, QLatin1Char('0' + k % 10));
-        symbol(base, payload.toLatin1());
-        expected << payload;
-    }
-    const QString file = print({11, 0, 0, 0});
-    EXPECT_EQ(test::qpdfCheck(file), 0);
-    EXPECT_EQ(test::pdfInfo(file, QStringLiteral("Pages")), QStringLiteral("1"));
-    const QString text = pdfText(file, 1);
-    EXPECT_TRUE(text.contains(QStringLiteral("Page 1/1")));
-    EXPECT_TRUE(text.contains(QStringLiteral("ZaimuData0_11")));
-    EXPECT_TRUE(text.contains(QStringLiteral("[ID]0000012320260101120000")));
-    expected.sort();
-    EXPECT_EQ(test::decodeQrOnPage(file, 1), expected);
-    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
-}
 
 TEST_F(QrPagesPdf, TheThirteenthSymbolOpensPageTwoWithNumberThirteen) {
     symbol(QStringLiteral("ZaimuData0_12"), "the thirteenth");

@@ -55,56 +55,12 @@ TEST_F(SampleRun, AllPeriodsAreIndexedMarkedAndImportedNewestFirst) {
     EXPECT_FALSE(r.standardError.contains(QStringLiteral("エラーが発生しました")));
 }
 
-TEST_F(SampleRun, ImportedRowsMatchTheirSource) {
-    ASSERT_EQ(run({"--mode", "3", "--periods", "1", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
-    // Only the newest period (第40期, sibling code 15) was chosen; its items
-    // arrive with their values, plus the three added items.
-    const QStringList source =
-        column(home.file("sample/Ledra.mdb"), "SELECT COUNT(*) FROM P_FSItemData WHERE FSDataCode=15");
-    ASSERT_EQ(source.size(), 1);
-    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSItemData"), QStringList{QString::number(source[0].toInt() + 3)});
-    EXPECT_EQ(column(db(), "SELECT PrintFlag FROM tblIndex ORDER BY IndexID"), (QStringList{"0", "0", "1"}));
-}
-
-TEST_F(SampleRun, NoStatementsImportsNothing) {
-    // The document groups can be chosen when printing (mode 1); the send-file
-    // modes fix them.
-    ASSERT_EQ(run({"--mode", "1", "--no-statements", "--print-to", home.file("out.pdf"), sampleApp()}).exitCode, 0);
-    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"0"});
-    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSItemData"), QStringList{"0"});
-}
-
-TEST_F(SampleRun, ModeTwoShowsNoMenuAndImportsNothing) {
-    const ProcessResult r = run({"--mode", "2", "--pdf", home.file("out.pdf"), sampleApp()});
-    // The menu's period marks stay as the index wrote them.
-    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblIndex WHERE PrintFlag<>0"), QStringList{"0"});
-    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"0"});
-    EXPECT_FALSE(r.standardError.contains(QStringLiteral("印刷する書類")));
-}
-
 TEST_F(SampleRun, SecondRunStartsFromEmptyTables) {
     ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
     ASSERT_EQ(run({"--mode", "3", "--periods", "1", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
     EXPECT_EQ(column(db(), "SELECT IndexID FROM tblIndex ORDER BY IndexID"), (QStringList{"1", "2", "3"}));
     EXPECT_EQ(column(db(), "SELECT APDataCode FROM tmpAPData"), QStringList{"1"});
     EXPECT_EQ(column(db(), "SELECT FSDataCode FROM tmpFSInfoData"), QStringList{"3"});
-}
-
-TEST_F(SampleRun, UserDetailsGoToTheSettingsFileInCp932) {
-    ASSERT_EQ(run({"--mode", "3", "--periods", "none", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 1);
-    QFile ini(home.file("UserData.ini"));
-    ASSERT_TRUE(ini.open(QIODevice::ReadOnly));
-    const QByteArray bytes = ini.readAll();
-    EXPECT_TRUE(bytes.contains("[UserInfo]"));
-    EXPECT_TRUE(bytes.contains("UserID="));
-    // Japanese text in the file is CP932, never UTF-8 (E3..E9 lead bytes of kana and kanji).
-    EXPECT_FALSE(QByteArray(bytes).contains("\xE3\x80"));
-}
-
-TEST_F(SampleRun, NothingChosenIsRefusedByTheMenuAndEndsWithoutOutput) {
-    const ProcessResult r = run({"--mode", "3", "--periods", "none", "--pdf", home.file("out.pdf"), sampleApp()});
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 ")));
 }
 
 namespace {
@@ -208,24 +164,6 @@ QString pdfText(const QString& pdf) {
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 }  // namespace
-
-TEST_F(SampleRun, EarlierEditionPrintsWithoutHeaderSymbolOrSideSheet) {
-    const QString earlier = writeEarlierApplication(home);
-    const ProcessResult r = run({"--mode", "3", "--periods", "all", "--print-to", home.file("earlier.pdf"), earlier});
-    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
-    EXPECT_EQ(column(db(), "SELECT EnforceDate FROM tmpAPData"), QStringList{"2004-03-01"});
-    // Supplementary document, application form and one QR page per period; no side sheet.
-    const QStringList pages = pdfText(home.file("earlier.pdf")).split(QLatin1Char('\f'), Qt::SkipEmptyParts);
-    ASSERT_EQ(pages.size(), 5);
-    EXPECT_TRUE(pages[1].contains(QStringLiteral("連結財務諸表の作成義務")));
-    for (int page = 2; page < 5; ++page) {
-        EXPECT_TRUE(pages[page].contains(QStringLiteral("財務諸表ＱＲコード")));
-        EXPECT_FALSE(pages[page].contains(QStringLiteral("様式"))) << page;  // no edition label
-        EXPECT_FALSE(pages[page].contains(QStringLiteral("※")));            // every period passed its check
-    }
-    EXPECT_FALSE(QFile::exists(home.file("Temp/ApplyHeader.bmp")));
-    EXPECT_TRUE(QFile::exists(home.file("Temp/ApplyDoc2.bmp")));
-}
 
 TEST_F(SampleRun, EarlierEditionMarksThePeriodWhoseStatementsFail) {
     // A million yen more cash in the newest period: its balance sheet no longer adds up.

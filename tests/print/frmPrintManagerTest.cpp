@@ -112,79 +112,6 @@ TEST_F(PrintManager, PdfModeWritesEveryEndedPageWithItsIdLine) {
     EXPECT_FALSE(first.contains(QStringLiteral("Back")));
 }
 
-TEST_F(PrintManager, EmptyTextsLeaveTheLayoutsOwnContent) {
-    useMode(QStringLiteral("1"));
-    manager_.Init();
-    manager_.SetPrintFile(QStringLiteral("Probe.w30"));
-    const LayoutDocument& doc = *manager_.document();
-    const auto text = [&](const char* name) {
-        return const_cast<LayoutDocument&>(doc).field(1, QString::fromUtf8(name)).text;
-    };
-    manager_.OutPutData(QStringLiteral("C32"), Variant::null());
-    EXPECT_EQ(text("C32"), QStringLiteral("法人個人"));
-    manager_.OutPutData(QStringLiteral("C32"), 0, 0, 1, QStringLiteral("#"));  // Format(0, "#") is ""
-    EXPECT_EQ(text("C32"), QStringLiteral("法人個人"));
-    manager_.OutPutData(QStringLiteral("C32"), QString());
-    EXPECT_EQ(text("C32"), QStringLiteral("法人個人"));
-    manager_.OutPutData(QStringLiteral("C32"), Variant::null(), 0, 1, QString(), QStringLiteral("（なし）"));
-    EXPECT_EQ(text("C32"), QStringLiteral("（なし）"));
-    manager_.OutPutData(QStringLiteral("C44"), 1234567, 0, 1, QStringLiteral("#,##0"));
-    EXPECT_EQ(text("C44"), QStringLiteral("1,234,567"));
-    EXPECT_EQ(const_cast<LayoutDocument&>(doc).field(1, QStringLiteral("C44")).fontName, QStringLiteral("ＭＳ ゴシック"));
-    EXPECT_TRUE(reportedErrors().isEmpty());
-}
-
-TEST_F(PrintManager, SuffixesAndGroupsAddressTheirFields) {
-    useMode(QStringLiteral("1"));
-    manager_.Init();
-    manager_.SetPrintFile(QStringLiteral("Probe.w30"));
-    manager_.OutPutData(QStringLiteral("C9b"), QStringLiteral("東京都知事"), 2);
-    manager_.SetStrikeLine(QStringLiteral("C9b1"), true);
-    manager_.OutPutData(QStringLiteral("A"), -1999, 1, 1, QString(), QString(), QStringLiteral("Row01"));
-    manager_.SetVisible(QStringLiteral("CircleApplier"), true);
-
-    EXPECT_EQ(manager_.GetObject(QStringLiteral("C9b"), 2)->text, QStringLiteral("東京都知事"));
-    const LayoutField* struck = manager_.GetObject(QStringLiteral("C9b1"));
-    EXPECT_TRUE(struck->strikeLine);
-    EXPECT_EQ(struck->strikeWidth, 5);
-    EXPECT_EQ(struck->text, QStringLiteral("国土交通大臣"));
-    EXPECT_EQ(manager_.GetObject(QStringLiteral("A1"), 0, 1, QStringLiteral("Row01"))->text, QStringLiteral("-1999"));
-    EXPECT_TRUE(manager_.GetObject(QStringLiteral("CircleApplier"))->visible);
-    manager_.SetStrikeLine(QStringLiteral("C9b1"), false);
-    EXPECT_FALSE(struck->strikeLine);
-
-    manager_.SelectUnderLine(QStringLiteral("C44"), 3);
-    const LayoutField* underlined = manager_.GetObject(QStringLiteral("C44"));
-    EXPECT_TRUE(underlined->underline);
-    EXPECT_EQ(underlined->underlineWidth, 3);
-    manager_.SelectUnderLine(QStringLiteral("C44"), 0);
-    EXPECT_FALSE(underlined->underline);
-
-    // Ending the page clears it for the next one.
-    manager_.EndPage();
-    EXPECT_FALSE(manager_.GetObject(QStringLiteral("CircleApplier"))->visible);
-    EXPECT_EQ(manager_.GetObject(QStringLiteral("C9b2"))->text, QStringLiteral("知事"));
-    EXPECT_EQ(manager_.collectedPageCount(), 1);
-    EXPECT_TRUE(reportedErrors().isEmpty());
-}
-
-TEST_F(PrintManager, AMissingFieldOrLayoutIsReportedWithTheMembersName) {
-    useMode(QStringLiteral("1"));
-    manager_.Init();
-    manager_.SetPrintFile(QStringLiteral("Nothing.w30"));
-    ASSERT_EQ(ui_->messages.size(), 1);
-    EXPECT_TRUE(reportedErrors()[0].contains(QStringLiteral("SetPrintFile")));
-    EXPECT_TRUE(reportedErrors()[0].contains(QStringLiteral("帳票ファイル「Nothing.w30」が見つかりません。")))
-        << reportedErrors()[0].toStdString();
-
-    manager_.SetPrintFile(QStringLiteral("Probe.w30"));
-    manager_.OutPutData(QStringLiteral("C35"), QStringLiteral("x"));
-    ASSERT_EQ(ui_->messages.size(), 2);
-    EXPECT_TRUE(reportedErrors()[1].contains(QStringLiteral("OutPutData")));
-    EXPECT_TRUE(reportedErrors()[1].contains(QStringLiteral("「C35」")));
-    EXPECT_THROW(manager_.GetObject(QStringLiteral("A2"), 0, 1, QStringLiteral("Row01")), VbError);
-}
-
 TEST_F(PrintManager, AMissingImageLeavesTheFieldWithoutAMessage) {
     useMode(QStringLiteral("1"));
     manager_.Init();
@@ -196,29 +123,6 @@ TEST_F(PrintManager, AMissingImageLeavesTheFieldWithoutAMessage) {
     manager_.SetImage(QStringLiteral("WrImage"), bmp, 1);
     EXPECT_EQ(manager_.GetObject(QStringLiteral("WrImage1"))->imageFile, bmp);
     EXPECT_TRUE(reportedErrors().isEmpty());
-}
-
-TEST_F(PrintManager, TheAgentBlockComesFromTheUsersSettings) {
-    const QString section = QStringLiteral("UserInfo");
-    gWriteIniData(QStringLiteral("UserAddress"), QStringLiteral("東京都千代田区霞が関1-1"), section);
-    gWriteIniData(QStringLiteral("UserName"), QStringLiteral("山田行政書士事務所"), section);
-    gWriteIniData(QStringLiteral("UserName2"), QStringLiteral("山田太郎"), section);
-    gWriteIniData(QStringLiteral("RegistNumber"), QStringLiteral("12345"), section);
-    gWriteIniData(QStringLiteral("UserTel"), QStringLiteral("03-1111-2222"), section);
-    gWriteIniData(QStringLiteral("UserFax"), QStringLiteral("03-1111-3333"), section);
-    useMode(QStringLiteral("1"));
-    manager_.Init();
-    manager_.SetPrintFile(QStringLiteral("Probe.w30"));
-    manager_.PrintProxyColumn();
-    EXPECT_EQ(manager_.GetObject(QStringLiteral("ProxyColumn"))->text,
-              QStringLiteral("東京都千代田区霞が関1-1　　山田行政書士事務所  山田太郎\r\n"
-                             "登録12345号 TEL:03-1111-2222 FAX:03-1111-3333"));
-
-    // Without a second name there are no two blanks after the first.
-    gWriteIniData(QStringLiteral("UserName2"), QString(), section);
-    manager_.PrintProxyColumn();
-    EXPECT_TRUE(manager_.GetObject(QStringLiteral("ProxyColumn"))
-                    ->text.startsWith(QStringLiteral("東京都千代田区霞が関1-1　　山田行政書士事務所\r\n")));
 }
 
 TEST_F(PrintManager, AFailedRunLeavesTheEarlierPdfInPlace) {
@@ -242,46 +146,6 @@ TEST_F(PrintManager, AFailedRunLeavesTheEarlierPdfInPlace) {
     EXPECT_EQ(kept.readAll(), QByteArray("earlier"));
     const QStringList left = QDir(home_.path()).entryList({QStringLiteral("earlier*")}, QDir::Files | QDir::Hidden);
     EXPECT_EQ(left, QStringList{QStringLiteral("earlier.pdf")});
-}
-
-TEST_F(PrintManager, PdfModeWithoutAFileNameIsReportedAtInit) {
-    useMode(QStringLiteral("2"));
-    manager_.Init();
-    ASSERT_EQ(ui_->messages.size(), 1);
-    EXPECT_TRUE(reportedErrors()[0].contains(QStringLiteral("Init")));
-    EXPECT_TRUE(reportedErrors()[0].contains(QStringLiteral("PDFファイルが指定されていません")));
-}
-
-TEST_F(PrintManager, PrintModeCollectsThePagesAndPrintsThemIntoTheBatchFile) {
-    const QString printed = pdfPath(QStringLiteral("printed.pdf"));
-    BatchOptions options;
-    options.enabled = true;
-    options.printTo = printed;
-    setBatchOptions(options);
-    useMode(QStringLiteral("1"));
-    manager_.Init();
-    manager_.setVerifyID(QStringLiteral("SEED"));
-    manager_.SetPrintFile(QStringLiteral("Probe.w30"));
-    manager_.OutPutData(QStringLiteral("C9"), QStringLiteral("第一頁"));
-    manager_.EndPage();
-    manager_.OutPutData(QStringLiteral("C9"), QStringLiteral("第二頁"));
-    manager_.EndPage();
-    manager_.OutPutData(QStringLiteral("C9"), QStringLiteral("第三頁"));
-    manager_.EndPage(true);
-    EXPECT_EQ(manager_.collectedPageCount(), 3);
-    EXPECT_FALSE(QFile::exists(printed));
-    // Batch mode has no one to press a button: the preview prints.
-    manager_.OpenPreview();
-    EXPECT_FALSE(manager_.IsCancel());
-    manager_.EndPrint();
-    manager_.gPdfClose();  // nothing to close in mode "1"
-
-    EXPECT_TRUE(reportedErrors().isEmpty()) << reportedErrors().join(QLatin1Char('\n')).toStdString();
-    EXPECT_EQ(test::qpdfCheck(printed), 0);
-    EXPECT_EQ(test::pdfInfo(printed, QStringLiteral("Pages")), QStringLiteral("3"));
-    EXPECT_TRUE(pdfText(printed, 2).contains(QStringLiteral("第二頁")));
-    EXPECT_TRUE(pdfText(printed, 3).contains(QStringLiteral("[ID]SEED ※")));
-    EXPECT_EQ(manager_.collectedPageCount(), 0);
 }
 
 }  // namespace

@@ -60,33 +60,6 @@ TEST_F(PreviewWindow, ZoomMovesInStepsOf25AndStopsBeforeLeaving5To1000) {
     EXPECT_EQ(window_.zoom(), 975);
 }
 
-TEST_F(PreviewWindow, CaptionCarriesTheBaseAndThePageNumbers) {
-    window_.mShowPageNumber();
-    EXPECT_EQ(window_.windowTitle(), QStringLiteral("  [1/3ページ]"));
-    window_.setCaptionBase(QStringLiteral("プレビュー：申請書"));
-    window_.action(QStringLiteral("ID_Last"))->trigger();
-    EXPECT_EQ(window_.windowTitle(), QStringLiteral("プレビュー：申請書  [3/3ページ]"));
-}
-
-TEST_F(PreviewWindow, ToolbarButtonsInTheirOrderWithTheirTooltips) {
-    const QToolBar* bar = window_.findChild<QToolBar*>();
-    ASSERT_NE(bar, nullptr);
-    QStringList keys;
-    for (QAction* a : bar->actions()) {
-        if (a->isSeparator()) keys << QStringLiteral("|");
-        else if (!a->objectName().isEmpty()) keys << a->objectName();
-        else if (auto* label = qobject_cast<QLabel*>(bar->widgetForAction(a))) keys << label->objectName() + QLatin1Char('=') + label->text();
-    }
-    EXPECT_EQ(keys.join(QLatin1Char(' ')),
-              QStringLiteral("ID_Cancel | ID_ZoomIn ID_ZoomOut | ID_First ID_Back ID_Next ID_Page=ページ ID_Last | ID_Print"));
-    EXPECT_EQ(window_.action(QStringLiteral("ID_Back"))->toolTip(), QStringLiteral("前のページへ戻ります"));
-    EXPECT_EQ(window_.action(QStringLiteral("ID_Next"))->toolTip(), QStringLiteral("次のページに進みます"));
-    EXPECT_EQ(window_.action(QStringLiteral("ID_ZoomIn"))->toolTip(), QStringLiteral("倍率を大きくします。"));
-    EXPECT_EQ(window_.action(QStringLiteral("ID_ZoomOut"))->toolTip(), QStringLiteral("倍率を下げます。"));
-    EXPECT_EQ(window_.action(QStringLiteral("ID_Cancel"))->toolTip(), QStringLiteral("印刷をしないで戻ります。"));
-    EXPECT_EQ(window_.action(QStringLiteral("ID_Print"))->toolTip(), QStringLiteral("印刷します"));
-}
-
 TEST_F(PreviewWindow, CancelLeavesWithoutPrintingAndPrintClearsTheCancel) {
     window_.show();
     window_.action(QStringLiteral("ID_Cancel"))->trigger();
@@ -99,28 +72,6 @@ TEST_F(PreviewWindow, CancelLeavesWithoutPrintingAndPrintClearsTheCancel) {
     EXPECT_FALSE(window_.isCancelled());
     EXPECT_FALSE(window_.isVisible());
     EXPECT_EQ(printed_, 1);
-}
-
-TEST_F(PreviewWindow, ToolbarClicksPageAndZoom) {
-    window_.action(QStringLiteral("ID_Next"))->trigger();
-    EXPECT_EQ(window_.currentPage(), 2);
-    window_.action(QStringLiteral("ID_First"))->trigger();
-    EXPECT_EQ(window_.currentPage(), 1);
-    window_.action(QStringLiteral("ID_ZoomIn"))->trigger();
-    EXPECT_EQ(window_.zoom(), 125);
-    window_.action(QStringLiteral("ID_ZoomOut"))->trigger();
-    window_.action(QStringLiteral("ID_ZoomOut"))->trigger();
-    EXPECT_EQ(window_.zoom(), 75);
-}
-
-TEST(PreviewWindowEmpty, WithNoPagesTheLastPageIsNone) {
-    const std::vector<RecordedPage> none;
-    frmPrintPreview window(none, {});
-    window.mChangePage(3);
-    window.mShowPageNumber();
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("  [0/0ページ]"));
-    window.mChangePage(1);
-    EXPECT_EQ(window.currentPage(), 0);
 }
 
 // Dark pixels in the window's image: the page's drawing as it reached the screen.

@@ -46,86 +46,12 @@ TEST(gvarEraDateText, PaddedNumbersAndTheBlankTemplateForNull) {
     EXPECT_EQ(gvarEraDateText(Variant::null(), 3).text(), QStringLiteral("       年   月   日"));
 }
 
-TEST(gstrEraChar, InitialOfTheEra) {
-    EXPECT_EQ(gstrEraChar(Variant(QDate(1989, 1, 7))), QStringLiteral("S"));
-    EXPECT_EQ(gstrEraChar(Variant(QDate(1989, 1, 8))), QStringLiteral("H"));
-    EXPECT_EQ(gstrEraChar(Variant(QDate(2019, 5, 1))), QStringLiteral("R"));
-    EXPECT_EQ(gstrEraChar(Variant::null()), QString());
-}
-
-TEST(gvarConvUnitType, TruncatesTowardZero) {
-    Variant a(1999.0);
-    EXPECT_EQ(gvarConvUnitType(a).toDouble(), 1.0);
-    EXPECT_EQ(a.toDouble(), 1.0);  // replaced in place
-    Variant b(-1999.0);
-    EXPECT_EQ(gvarConvUnitType(b).toDouble(), -1.0);
-    Variant c{QString()};
-    EXPECT_EQ(gvarConvUnitType(c), Variant(QString()));
-    Variant d = Variant::null();
-    EXPECT_TRUE(gvarConvUnitType(d).isNull());
-}
-
-TEST(glngCeilDiv, PiecesNeeded) {
-    EXPECT_EQ(glngCeilDiv(0, 100), 0);
-    EXPECT_EQ(glngCeilDiv(100, 100), 1);
-    EXPECT_EQ(glngCeilDiv(101, 100), 2);
-    EXPECT_EQ(glngCeilDiv(5, 0), 0);
-}
-
-TEST(gstrFSDocMaster, KnownEditionsOnly) {
-    EXPECT_EQ(gstrFSDocMaster(Variant::null()), QStringLiteral("tblFSDocMaster"));
-    EXPECT_EQ(gstrFSDocMaster(Variant(QString())), QStringLiteral("tblFSDocMaster"));
-    EXPECT_EQ(gstrFSDocMaster(Variant(QStringLiteral("2004/04/01"))), QStringLiteral("tblFSDocMaster"));
-    EXPECT_EQ(gstrFSDocMaster(Variant(QStringLiteral("2006/07/01"))), QStringLiteral("tblFSDocMaster06"));
-    EXPECT_EQ(gstrFSDocMaster(Variant(QStringLiteral("2008/04/01"))), QString());
-}
-
-TEST(gvarCalcEnforceDate, EditionCodes) {
-    const Variant fallback(QDate(2004, 3, 1));
-    EXPECT_EQ(gvarCalcEnforceDate(fallback, Variant(QStringLiteral("200804"))), Variant(QDate(2008, 4, 1)));
-    EXPECT_EQ(gvarCalcEnforceDate(fallback, Variant(QStringLiteral("201004"))), Variant(QDate(2010, 4, 1)));
-    EXPECT_EQ(gvarCalcEnforceDate(fallback, Variant(QStringLiteral("201304"))), Variant(QDate(2013, 4, 1)));
-    EXPECT_EQ(gvarCalcEnforceDate(fallback, Variant(QStringLiteral("200404"))), fallback);
-    EXPECT_EQ(gvarCalcEnforceDate(fallback, Variant::null()), fallback);
-}
-
-TEST(gstrGetFileNameFromFullPath, LastPart) {
-    EXPECT_EQ(gstrGetFileNameFromFullPath(QStringLiteral("C:\\Tools\\App\\a.exe")), QStringLiteral("a.exe"));
-    EXPECT_EQ(gstrGetFileNameFromFullPath(QStringLiteral("a.exe")), QStringLiteral("a.exe"));
-}
-
-TEST(gstrAppVersion, JoinedWithFullStopAndBlank) {
-    EXPECT_TRUE(gstrAppVersion().contains(QRegularExpression(QStringLiteral("^\\d+\\. \\d+\\. \\d+$"))));
-}
-
 using IniFolder = test::ProgramFolder;
-
-TEST(gstrMakeProxyString, FourOrFiveLines) {
-    {
-        IniFolder folder("[UserInfo]\r\nUserAddress=Tokyo\r\nUserName=Agent\r\nUserName2=\r\nUserTel=03-1234\r\n");
-        EXPECT_EQ(gstrMakeProxyString(),
-                  QStringLiteral("(上記代理人)\r\nTokyo\r\nAgent\r\n電話番号  03-1234"));
-    }
-    {
-        IniFolder folder("[UserInfo]\r\nUserAddress=Tokyo\r\nUserName=Agent\r\nUserName2=Office\r\nUserTel=03\r\n");
-        EXPECT_EQ(gstrMakeProxyString(),
-                  QStringLiteral("(上記代理人)\r\nTokyo\r\nAgent\r\nOffice\r\n電話番号  03"));
-    }
-}
 
 TEST(gvarGetIniData, TrimsTrailingBlanksAndMissingIsEmpty) {
     IniFolder folder("[UserInfo]\r\nUserID=123   \r\n");
     EXPECT_EQ(gvarGetIniData(QStringLiteral("UserID"), QStringLiteral("UserInfo")).text(), QStringLiteral("123"));
     EXPECT_EQ(gvarGetIniData(QStringLiteral("Nothing"), QStringLiteral("UserInfo")).text(), QString());
-}
-
-TEST(gstrProgramInfo, FolderForms) {
-    app::setPath(QStringLiteral("/opt/Tools/App"));
-    EXPECT_EQ(gstrProgramInfo(0), QStringLiteral("/opt/Tools/App/"));
-    EXPECT_EQ(gstrProgramInfo(3), QStringLiteral("/opt/Tools/App"));
-    EXPECT_EQ(gstrProgramInfo(4), QStringLiteral("/opt/Tools/"));
-    EXPECT_EQ(gstrProgramInfo(2), QStringLiteral("kelvary"));
-    app::setPath(QString());
 }
 
 TEST(gblnCheckExistFile, FilesAndFolders) {
@@ -137,15 +63,6 @@ TEST(gblnCheckExistFile, FilesAndFolders) {
     EXPECT_FALSE(gblnCheckExistFile(dir.path()));  // a folder needs the directory attribute
     EXPECT_TRUE(gblnCheckExistFile(dir.path(), vbDirectory));
     EXPECT_TRUE(gblnCheckExistFile(dir.filePath(QStringLiteral("*.txt"))));
-}
-
-TEST(ListControls, ComboSelectionByItemDataAndBack) {
-    QComboBox combo;
-    combo.addItem(QStringLiteral("北海道"), 1);
-    combo.addItem(QStringLiteral("東京都"), 13);
-    gLetDataToControl(&combo, Variant(13), 1);
-    EXPECT_EQ(combo.currentText(), QStringLiteral("東京都"));
-    EXPECT_EQ(gvarGetComboBoxValue(&combo), Variant(13));
 }
 
 TEST(ListControls, TextAndCheckKinds) {

@@ -29,15 +29,6 @@ Fields split(const QString& text, Fields start = {}) {
 }
 }  // namespace
 
-TEST(ParseCommandLine, FieldsFromOptions) {
-    const auto r = parse({"--pdf", "Out/A.pdf", "--agent", "--mode", "3", "Data/App.dat"});
-    ASSERT_TRUE(r.commandLine);
-    EXPECT_EQ(r.commandLine->applicationFile, QStringLiteral("Data/App.dat"));  // case kept
-    EXPECT_EQ(r.commandLine->pdfFile, QStringLiteral("Out/A.pdf"));
-    EXPECT_EQ(r.commandLine->agent, QStringLiteral("y"));
-    EXPECT_EQ(r.commandLine->mode, QStringLiteral("3"));
-}
-
 TEST(ParseCommandLine, DefaultsAndBatchOptions) {
     const auto r = parse({"--batch", "--periods", "1,3", "--course", "3", "--yes", "a.dat"});
     ASSERT_TRUE(r.commandLine);
@@ -57,26 +48,11 @@ TEST(ParseCommandLine, MistakesAreRefused) {
     EXPECT_FALSE(parse({"a.dat", "b.dat"}).commandLine);
 }
 
-TEST(ParseCommandLine, WithoutAFileTheDesktopStartAsksForOne) {
-    const auto r = parse({});
-    ASSERT_TRUE(r.commandLine);
-    EXPECT_TRUE(r.commandLine->applicationFile.isEmpty());
-    EXPECT_FALSE(r.commandLine->parentText);
-}
-
 TEST(gCommandGet, WholeTextWithoutSlashIsFieldOne) {
     const Fields f = split(QStringLiteral("  Ｃ:Ｄａｔａ\\ＡＰＰ.dat  "), {"", "keep2", "keep3", "keep4"});
     EXPECT_EQ(f.f1, QStringLiteral("c:data\\app.dat"));
     EXPECT_EQ(f.f2, QStringLiteral("keep2"));
     EXPECT_EQ(f.f4, QStringLiteral("keep4"));
-}
-
-TEST(gCommandGet, FourFieldsAfterTheFirstSlash) {
-    const Fields f = split(QStringLiteral("/C:\\Data\\App.DAT/D:\\Out.PDF/Y/3"));
-    EXPECT_EQ(f.f1, QStringLiteral("c:\\data\\app.dat"));
-    EXPECT_EQ(f.f2, QStringLiteral("d:\\out.pdf"));
-    EXPECT_EQ(f.f3, QStringLiteral("y"));
-    EXPECT_EQ(f.f4, QStringLiteral("3"));
 }
 
 TEST(gCommandGet, TooFewFieldsIsReportedInModeOne) {
@@ -90,23 +66,6 @@ TEST(gCommandGet, TooFewFieldsIsReportedInModeOne) {
     ASSERT_EQ(ui->messages.size(), 1);
     EXPECT_TRUE(ui->messages[0].request.text.contains(QStringLiteral("場所： gCommandGet\r\n")));
     EXPECT_TRUE(ui->messages[0].request.text.endsWith(QStringLiteral("処理を中断します。")));
-}
-
-TEST(Program, VersionHelpAndUnknownOption) {
-    const auto version = test::runKelvary({"--version"});
-    EXPECT_EQ(version.exitCode, 0);
-    EXPECT_TRUE(version.standardOutput.contains(gstrAppVersion()));
-
-    const auto help = test::runKelvary({"--help"});
-    EXPECT_EQ(help.exitCode, 0);
-    for (const char* option : {"--home", "--pdf", "--agent", "--mode", "--batch", "--periods", "--course",
-                               "--proxy", "--send-result", "--no-application", "--no-statements", "--yes",
-                               "--print-to", "--command-line", "--version"})
-        EXPECT_TRUE(help.standardOutput.contains(QString::fromLatin1(option))) << option;
-
-    const auto wrong = test::runKelvary({"--no-such-option", "a.dat"});
-    EXPECT_EQ(wrong.exitCode, 2);
-    EXPECT_EQ(wrong.standardError.count(QLatin1Char('\n')), 1);
 }
 
 TEST(Program, LayoutProofPrintsTheFieldNames) {

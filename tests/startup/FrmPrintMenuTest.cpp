@@ -74,11 +74,6 @@ protected:
     }
     long course() { return gvarGetComboBoxValue(menu.fldCourseNumber()).toLong(); }
 
-    QStringList messageTexts() {
-        QStringList texts;
-        for (const auto& m : ui->messages) texts << m.request.text;
-        return texts;
-    }
     bool anyErrorReport() {
         for (const auto& m : ui->messages)
             if (m.request.title == QStringLiteral("エラーが発生しました")) return true;
@@ -121,19 +116,6 @@ TEST_F(PrintMenu, PrintModeStartsWithRegularCourseAndNewestPeriod) {
     click("fldCourseNumber1");
     EXPECT_EQ(course(), 1);
     EXPECT_FALSE(anyErrorReport());
-}
-
-TEST_F(PrintMenu, WithoutAgentFilingTheAgentOptionsAreOutOfReach) {
-    gblnRepresentation = true;
-    glngSinseiType = 2;  // agent filing, but not the application kind that presets it
-    menu.show();
-
-    EXPECT_FALSE(menu.fldProxy()->isEnabled());
-    EXPECT_FALSE(menu.fldProxy()->isChecked());
-    EXPECT_FALSE(menu.fldSendResult()->isEnabled());
-    EXPECT_FALSE(menu.fldSendResult()->isChecked());
-    click("fldProxy");
-    EXPECT_FALSE(menu.fldProxy()->isChecked());
 }
 
 TEST_F(PrintMenu, AgentFilingPresetsBothAgentOptions) {
@@ -189,15 +171,6 @@ TEST_F(PrintMenu, OutputModeFourIsSendFileCreationWithExpressCourse) {
     EXPECT_FALSE(anyErrorReport());
 }
 
-TEST_F(PrintMenu, OutputModeThreeIsSendFileCreationWithRegularCourse) {
-    app::setCommandLine(QStringLiteral("/a.txt/b.pdf/n/3"));
-    menu.show();
-    EXPECT_EQ(menu.windowTitle(), QStringLiteral("オプション：送信ファイル作成"));
-    EXPECT_TRUE(control<QRadioButton>("fldCourseNumber1")->isChecked());
-    EXPECT_FALSE(control<QRadioButton>("fldCourseNumber3")->isEnabled());
-    EXPECT_EQ(course(), 1);
-}
-
 TEST_F(PrintMenu, PeriodEntriesAreFixedColumnsOfEraDates) {
     home.run(R"sql(
         INSERT INTO tblIndex (IndexID, DataType, FYearNumber, FYearFrom, FYearTo)
@@ -244,25 +217,6 @@ TEST_F(PrintMenu, EmptyIndexRefusesStatementsButAcceptsTheApplicationAlone) {
     EXPECT_FALSE(menu.isVisible());
     EXPECT_EQ(menu.result(), QDialog::Accepted);
     EXPECT_FALSE(menu.IsCancel());
-}
-
-TEST_F(PrintMenu, NeitherDocumentGroupIsRefused) {
-    home.run(kThreePeriods);
-    menu.show();
-    click("fldPrintAPData");
-    click("fldPrintZaimuQR");
-    click("cmdPrint");
-    EXPECT_EQ(messageTexts(), QStringList{QStringLiteral("印刷する書類をチェックしてください")});
-    EXPECT_TRUE(menu.isVisible());
-
-    // Statements with every period deselected are refused as well.
-    click("fldPrintZaimuQR");
-    clickEntry(0);
-    EXPECT_TRUE(selectedRows().isEmpty());
-    click("cmdPrint");
-    EXPECT_EQ(messageTexts().size(), 2);
-    EXPECT_EQ(messageTexts().last(), QStringLiteral("印刷する書類をチェックしてください"));
-    EXPECT_TRUE(menu.isVisible());
 }
 
 TEST_F(PrintMenu, ACourseMissingFromTheServiceListIsRefused) {
@@ -328,58 +282,6 @@ TEST_F(PrintMenu, BatchAppliesPeriodsAndCourse) {
     EXPECT_FALSE(menu.fldPrintAPData()->isChecked());
     EXPECT_TRUE(menu.fldPrintZaimuQR()->isChecked());
     EXPECT_EQ(home.column("SELECT PrintFlag FROM tblIndex ORDER BY IndexID"), QStringLiteral("1,1,0"));
-}
-
-TEST_F(PrintMenu, BatchAgentOptionsOnlyWhereTheMenuAllowsThem) {
-    BatchOptions options;
-    options.enabled = true;
-    options.periods = QStringLiteral("none");
-    options.noStatements = true;
-    options.proxy = true;
-    options.sendResult = true;
-    EXPECT_TRUE(menu.runBatch(options));
-    EXPECT_FALSE(menu.fldProxy()->isChecked());
-    EXPECT_FALSE(menu.fldSendResult()->isChecked());
-
-    gblnRepresentation = true;
-    glngSinseiType = 1;
-    frmPrintMenu agentMenu;
-    options.proxy = false;
-    options.sendResult = false;
-    EXPECT_TRUE(agentMenu.runBatch(options));
-    EXPECT_TRUE(agentMenu.fldProxy()->isChecked());  // preset, and no option takes it away
-    EXPECT_TRUE(agentMenu.fldSendResult()->isChecked());
-}
-
-TEST_F(PrintMenu, BatchRefusalIsTranscribedAndCancels) {
-    home.run(kThreePeriods);
-    BatchOptions options;
-    options.enabled = true;
-    options.periods = QStringLiteral("none");
-    setBatchOptions(options);
-
-    menu.ShowModal();  // as the driver calls it; in batch mode nothing waits for a user
-    setBatchOptions(BatchOptions{});
-    EXPECT_TRUE(menu.IsCancel());
-    EXPECT_FALSE(menu.isVisible());
-    EXPECT_EQ(messageTexts(), QStringList{QStringLiteral("印刷する書類をチェックしてください")});
-    EXPECT_EQ(home.column("SELECT PrintFlag FROM tblIndex ORDER BY IndexID"), QStringLiteral("1,1,1"));
-}
-
-TEST_F(PrintMenu, BatchKeepsTheSendFileCourse) {
-    home.run(kThreePeriods);
-    app::setCommandLine(QStringLiteral("/a.txt/b.pdf/n/4"));
-    BatchOptions options;
-    options.enabled = true;
-    options.course = QStringLiteral("1");
-    options.noApplication = true;  // unavailable in send-file creation
-    options.periods = QStringLiteral("all");
-
-    EXPECT_TRUE(menu.runBatch(options));
-    EXPECT_EQ(course(), 3);
-    EXPECT_TRUE(menu.fldPrintAPData()->isChecked());
-    EXPECT_FALSE(menu.fldPreview()->isChecked());
-    EXPECT_EQ(home.column("SELECT PrintFlag FROM tblIndex ORDER BY IndexID"), QStringLiteral("1,1,1"));
 }
 
 }  // namespace

@@ -38,38 +38,6 @@ bool reportInMode(int mode, long number) {
 
 }  // namespace
 
-TEST(gMsgbox, KindsHaveTheirIconButtonsDefaultsAndTitles) {
-    RecordingUiGuard ui;
-    ui->yesNoAnswer = MsgAnswer::Yes;
-    EXPECT_FALSE(gMsgbox(0, QStringLiteral("本文")));
-    EXPECT_TRUE(gMsgbox(1));
-    EXPECT_TRUE(gMsgbox(2));
-    EXPECT_FALSE(gMsgbox(3));
-    EXPECT_TRUE(gMsgbox(4));
-    ASSERT_EQ(ui->messages.size(), 5);
-    const auto& m = ui->messages;
-    EXPECT_EQ(m[0].request.title, QStringLiteral("情報"));
-    EXPECT_EQ(m[0].request.buttons, MsgButtons::Ok);
-    EXPECT_EQ(m[1].request.text, QStringLiteral("よろしいですか？"));
-    EXPECT_EQ(m[1].request.title, QStringLiteral("確認"));
-    EXPECT_FALSE(m[1].request.defaultIsNo);
-    EXPECT_EQ(m[2].request.icon, MsgIcon::Warning);
-    EXPECT_EQ(m[2].request.title, QStringLiteral("警告"));
-    EXPECT_TRUE(m[2].request.defaultIsNo);
-    EXPECT_EQ(m[3].request.text, QStringLiteral("中止します"));
-    EXPECT_EQ(m[3].request.title, QStringLiteral("中止"));
-    EXPECT_EQ(m[3].request.icon, MsgIcon::Critical);
-    EXPECT_EQ(m[4].request.text, QStringLiteral("キャンセルします。よろしいですか？"));
-    EXPECT_EQ(m[4].request.title, QStringLiteral("キャンセルの確認"));
-}
-
-TEST(gMsgbox, NoAnswersFalse) {
-    RecordingUiGuard ui;
-    ui->yesNoAnswer = MsgAnswer::No;
-    EXPECT_FALSE(gMsgbox(1, QStringLiteral("続けますか"), QStringLiteral("題")));
-    EXPECT_EQ(ui->messages.front().request.title, QStringLiteral("題"));
-}
-
 TEST(QtMessageBox, WarningKindAnswersNoToEnter) {
     setUserInterface(std::make_unique<QtUserInterface>());
     bool sawBox = false;
@@ -85,16 +53,6 @@ TEST(QtMessageBox, WarningKindAnswersNoToEnter) {
     setUserInterface(nullptr);
     EXPECT_TRUE(sawBox);
     EXPECT_FALSE(result);
-}
-
-TEST(QtMessageBox, QuestionKindAnswersYesToEnter) {
-    setUserInterface(std::make_unique<QtUserInterface>());
-    QTimer::singleShot(0, [] {
-        if (auto* box = QApplication::activeModalWidget()) QTest::keyClick(box, Qt::Key_Return);
-    });
-    const bool result = gMsgbox(1);
-    setUserInterface(nullptr);
-    EXPECT_TRUE(result);
 }
 
 TEST(ShowErrMsg, TextLayoutLineByLine) {
@@ -155,21 +113,4 @@ TEST(ShowErrMsg, VisibleBoxAndModeTwoAnswer) {
     EXPECT_EQ(ui->messages[1].request.buttons, MsgButtons::Ok);
     ui->yesNoAnswer = MsgAnswer::No;
     EXPECT_FALSE(reportInMode(2, 13));
-}
-
-TEST(BatchTranscript, BlockFormat) {
-    const QString block = BatchUserInterface::transcriptBlock(
-        QStringLiteral("2"), QStringLiteral("警告"), QStringLiteral("一行目\r\n\r\n三行目"),
-        QStringLiteral("No"));
-    EXPECT_EQ(block, QStringLiteral("=== 2 警告\n一行目\n\n三行目\n--- No\n"));
-}
-
-TEST(BatchTranscript, AnswersFromTheCommandLine) {
-    MessageRequest question;
-    question.kindLabel = QStringLiteral("1");
-    question.buttons = MsgButtons::YesNo;
-    EXPECT_EQ(BatchUserInterface(false).showMessage(question), MsgAnswer::No);
-    EXPECT_EQ(BatchUserInterface(true).showMessage(question), MsgAnswer::Yes);
-    MessageRequest info;
-    EXPECT_EQ(BatchUserInterface(true).showMessage(info), MsgAnswer::Ok);
 }

@@ -21,11 +21,6 @@ frmMsg* progressWindow() {
 }
 }  // namespace
 
-TEST(frmMDIForm, CaptionNamesTheProgramAndItsVersion) {
-    frmMDIForm main;
-    EXPECT_EQ(main.windowTitle(), QStringLiteral("Kelvary(") + gstrAppVersion() + QStringLiteral(")"));
-}
-
 TEST(gMsgForm, ShowsUpdatesAndClosesAboveTheMainWindow) {
     frmMDIForm main;
     main.show();
@@ -41,12 +36,4 @@ TEST(gMsgForm, ShowsUpdatesAndClosesAboveTheMainWindow) {
     gMsgForm(1);
     QCoreApplication::processEvents();
     EXPECT_EQ(progressWindow(), nullptr);
-}
-
-TEST(gstrGetFileVersion, EmptyForFilesWithoutAVersion) {
-    QTemporaryDir dir;
-    test::writeFile(dir.filePath(QStringLiteral("notes.txt")), "MZ but not really an executable");
-    EXPECT_EQ(gstrGetFileVersion(dir.filePath(QStringLiteral("notes.txt"))), QString());
-    EXPECT_EQ(gstrGetFileVersion(dir.filePath(QStringLiteral("missing.exe"))), QString());
-    EXPECT_EQ(gstrGetFileVersion(QString()), QString());
 }
