@@ -66,25 +66,17 @@ void requireProgress(long& reads, std::size_t size, const char* what) {
 
 // ---- application data file -------------------------------------------------
 
-void readAllFields(const QString& path, std::size_t size) {
+// Reads the whole file field by field or line by line, as far as it goes.
+void readAll(const QString& path, std::size_t size, bool byLine) {
     try {
         SequentialInput file(path);
         long reads = 0;
         while (!file.eof()) {
-            requireProgress(reads, size, "input()");
-            const Variant value = file.input();
-            (void)value.text();
-        }
-    } catch (const VbError&) {
-    }
-}
-
-void readAllLines(const QString& path, std::size_t size) {
-    try {
-        SequentialInput file(path);
-        long reads = 0;
-        while (!file.eof()) {
-            requireProgress(reads, size, "lineInput()");
+            requireProgress(reads, size, byLine ? "lineInput()" : "input()");
+            if (!byLine) {
+                (void)file.input().text();
+                continue;
+            }
             const QString line = file.lineInput();
             if (line.contains(QLatin1Char('\n')) || line.contains(QLatin1Char('\r')))
                 finding(QStringLiteral("lineInput() returned a line break: ") + line);
@@ -112,11 +104,8 @@ void readSection(const QString& path, std::size_t size, const QString& header, i
             if (fieldCount == 2) {
                 (void)record[1].toLong();
             } else if (header == QLatin1String("[DocData]")) {
-                const Variant& typeCode = record[2];
-                int type = typeCode.isNumeric() && !typeCode.isEmpty() && typeCode.toDouble() == 2   ? 1
-                                 : typeCode.isNumeric() && !typeCode.isEmpty() && typeCode.toDouble() == 3 ? 2
-                                                                                                          : 0;
-                sql.SetData(key, record[1], type);
+                const double code = record[2].isNumeric() && !record[2].isEmpty() ? record[2].toDouble() : 0;
+                sql.SetData(key, record[1], code == 2 ? 1 : code == 3 ? 2 : 0);
             }
         }
         if (header == QLatin1String("[DocData]")) {
@@ -221,8 +210,8 @@ qsizetype commentOpening(const QString& sql) {
 
 int fuzzSequentialInput(const std::uint8_t* data, std::size_t size) {
     const QString path = asFile(data, size, QStringLiteral("app.dat"));
-    readAllFields(path, size);
-    readAllLines(path, size);
+    readAll(path, size, false);
+    readAll(path, size, true);
     readSection(path, size, QStringLiteral("[BasicInfo]"), 2);
     readSection(path, size, QStringLiteral("[DocData]"), 3);
     readSection(path, size, QStringLiteral("[UserInfo]"), 3);

@@ -70,14 +70,6 @@ TEST(Cp932, BestFitOfJisStyleCharacters) {
     EXPECT_EQ(cp932Encode(QString(QChar(0x00AC))), hexBytes("81 ca"));  // ¬
 }
 
-TEST(Cp932, ByteLengthCountsFullWidthAsTwo) {
-    EXPECT_EQ(cp932ByteLength(QStringLiteral("ＡＢ")), 4);
-    EXPECT_EQ(cp932ByteLength(QStringLiteral("AB")), 2);
-    EXPECT_EQ(cp932ByteLength(QStringLiteral("ｱｲ")), 2);
-    EXPECT_EQ(cp932ByteLength(QStringLiteral("株式会社ABC")), 11);
-    EXPECT_EQ(cp932ByteLength(QString()), 0);
-}
-
 TEST(Cp932, LenientDecodeMarksBrokenBytesWithMiddleDot) {
     // A lead byte with nothing after it.
     EXPECT_EQ(cp932Decode(hexBytes("41 82")), QStringLiteral("A・"));

@@ -50,13 +50,5 @@ TEST(EraCalendar, RefusesDatesBeforeMeijiAndInvalidDates) {
     }
 }
 
-TEST(EraCalendar, WorksOnOtherThreads) {
-    JapaneseEra era;
-    std::thread worker([&] { era = japaneseEraOf(QDate(1989, 1, 8)); });
-    worker.join();
-    EXPECT_EQ(era.name, QStringLiteral("平成"));
-    EXPECT_EQ(era.year, 1);
-}
-
 }  // namespace
 }  // namespace kelvary

@@ -90,21 +90,6 @@ TEST(JetSql, OperatorsThatDifferFromSqlite) {
     EXPECT_EQ(jet("update T set A=A--1 where B=1"), QStringLiteral("update T set A=A- -1 where B=1"));
 }
 
-TEST(JetSql, StatementsTheProgramRunsPassUnchanged) {
-    const char* statements[] = {
-        "Select * From tblService Order By SortNumber,ServiceID",
-        "Select Max(IndexID) as IndexID_MaxValue From tblIndex",
-        "Select * From T_FSCapitalCol Where FSDataCode=3 AND ItemCode IN(650,690,700) Order By ColNo",
-        "Delete From tmpFSItemData Where FSDataCode=1 And ItemCode=16",
-        "insert into T(A,B) values(1,'x')",
-        "update tblWork set OldZaimuDataPath='',MainDataCode=null",
-        "SELECT D.DocName FROM (tmpFSItemData INNER JOIN M_FSItem ON tmpFSItemData.ItemCode = "
-        "M_FSItem.ItemCode) INNER JOIN D ON M_FSItem.DocCode = D.DocCode",
-        "Select * From T Where ItemValue<>0 And ItemValue<-1.5E+15",
-    };
-    for (const char* sql : statements) EXPECT_EQ(jet(sql), QString::fromUtf8(sql)) << sql;
-}
-
 TEST(JetSql, OneTextIsOneStatement) {
     // A closing ';' with blanks after it is allowed and dropped.
     EXPECT_EQ(jet("Delete From T;"), QStringLiteral("Delete From T"));
@@ -115,15 +100,6 @@ TEST(JetSql, OneTextIsOneStatement) {
     EXPECT_EQ(refusal("Select * From T;--"), second);
     EXPECT_EQ(refusal("insert into T(A) values('x');drop table T"), second);
     EXPECT_EQ(refusal("Delete From T;;x"), second);
-}
-
-TEST(JetSql, RefusalCarriesTheProvidersSyntaxErrorNumber) {
-    try {
-        translateJetSql(QStringLiteral("Delete From T; Delete From U"));
-        FAIL() << "a second statement was accepted";
-    } catch (const VbError& e) {
-        EXPECT_EQ(e.number(), -2147217900L);
-    }
 }
 
 }  // namespace

@@ -45,21 +45,6 @@ long errorNumberOf(const std::function<void()>& f, QString* description = nullpt
     return 0;
 }
 
-TEST(LayoutDocument, GivesPaperPagesAndTheFieldsOfEachPage) {
-    LayoutDocument doc = twoPages();
-    EXPECT_EQ(doc.paperSize(), QSizeF(297, 210));  // landscape A4
-    ASSERT_EQ(doc.pageCount(), 2);
-    EXPECT_TRUE(doc.page(1).visible);
-    EXPECT_FALSE(doc.page(2).visible);
-    EXPECT_EQ(doc.page(1).shapes.size(), 2u);
-
-    EXPECT_EQ(doc.field(1, QStringLiteral("C32")).text, QStringLiteral("0"));
-    EXPECT_EQ(doc.field(2, QStringLiteral("C32")).text, QString());
-    EXPECT_FALSE(doc.field(1, QStringLiteral("CircleProxy")).visible);
-    EXPECT_EQ(doc.field(1, QStringLiteral("CircleProxy")).frame, LayoutField::Frame::Ellipse);
-    EXPECT_EQ(doc.field(1, QStringLiteral("WrImage1")).kind, LayoutField::Kind::Image);
-}
-
 TEST(LayoutDocument, SubFieldsOfAGroupLieRelativeToTheGroup) {
     LayoutDocument doc = twoPages();
     const LayoutField& a1 = doc.field(1, QStringLiteral("A1"), QStringLiteral("Row01"));
@@ -131,18 +116,10 @@ INSTANTIATE_TEST_SUITE_P(
     Layouts, LayoutRefusal,
     ::testing::Values(
         Refusal{"truncated", R"({"pages": [)", "書式に誤り"},
-        Refusal{"notAnObject", "[1, 2]", "帳票の定義ではありません"},
-        Refusal{"noPages", R"({"paper": "A4"})", "ページがありません"},
         Refusal{"sixPages", kSixPages, "5 枚まで"},
-        Refusal{"unknownPaper", R"({"paper": "Letter", "pages": [{"items": []}]})", "用紙「Letter」"},
-        Refusal{"unknownItem", R"({"pages": [{"items": [{"type": "barcode"}]}]})", "種類「barcode」"},
-        Refusal{"missingPosition",
-                R"({"pages": [{"items": [{"type": "field", "name": "A", "x": 1, "y": 1, "w": 1}]}]})", "「h」"},
         Refusal{"textForNumber",
                 R"({"pages": [{"items": [{"type": "field", "name": "A", "x": "1", "y": 1, "w": 1, "h": 1}]}]})",
                 "「x」は数値"},
-        Refusal{"unnamedField", R"({"pages": [{"items": [{"type": "field", "x": 1, "y": 1, "w": 1, "h": 1}]}]})",
-                "名前のない項目"},
         Refusal{"duplicateField",
                 R"({"pages": [{"items": [{"type": "field", "name": "A", "x": 1, "y": 1, "w": 1, "h": 1},
                                          {"type": "field", "name": "a", "x": 1, "y": 1, "w": 1, "h": 1}]}]})",

@@ -1,6 +1,6 @@
-// Layout pages drawn into PDF files, judged by qpdf, poppler and zbar: the
-// file is sound, holds the filled texts in order, embeds its font, keeps QR
-// symbols readable, and appears only when complete.
+// Layout pages drawn into PDF files, judged by qpdf, poppler and pdffonts:
+// the file is sound, holds the filled texts in order, embeds only the glyphs
+// it uses, and appears only when complete.
 #include "platform/Fonts.h"
 #include "platform/LayoutDocument.h"
 #include "platform/LayoutRenderer.h"
@@ -38,9 +38,6 @@ const char* kForm = R"({
     {"type": "field", "name": "VerifyID", "x": 20, "y": 285, "w": 170, "h": 5, "size": 8}
   ]}]
 })";
-
-const char* kLandscape = R"({"paper": "A4", "orientation": "landscape", "pages": [{"items": [
-    {"type": "field", "name": "Title", "x": 20, "y": 15, "w": 200, "h": 10}]}]})";
 
 class PageOutput : public ::testing::Test {
 protected:
@@ -121,40 +118,6 @@ TEST_F(PageOutput, WrappedTextBreaksBetweenCharactersWithinTheFieldWidth) {
     EXPECT_TRUE(text.contains(QStringLiteral("九十壱弐参")));
 }
 
-TEST_F(PageOutput, LandscapePagesKeepTheirOrientationInTheSameFile) {
-    LayoutDocument portrait = form();
-    LayoutDocument landscape = LayoutDocument::fromJson(kLandscape, QStringLiteral("Side.w30"));
-    landscape.field(1, QStringLiteral("Title")).text = QStringLiteral("株主資本等変動計算書");
-    const QString pdf = path(QStringLiteral("mixed.pdf"));
-    PdfFileWriter writer(pdf, QString(), QString());
-    writer.addPage(recordLayoutPage(portrait, 1));
-    writer.addPage(recordLayoutPage(landscape, 1));
-    writer.commit();
-    EXPECT_EQ(qpdfCheck(pdf), 0);
-    EXPECT_EQ(test::pdfPageSize(pdf, 1), QStringLiteral("595 x 842 pts (A4)"));
-    EXPECT_EQ(test::pdfPageSize(pdf, 2), QStringLiteral("842 x 595 pts (A4)"));
-    EXPECT_TRUE(pdfText(pdf, 2).contains(QStringLiteral("株主資本等変動計算書")));
-}
-
-TEST_F(PageOutput, QrImagesStayReadableAtLargeAndSmallScales) {
-    const QString big = path(QStringLiteral("big.bmp"));
-    const QString small = path(QStringLiteral("small.bmp"));
-    // A symbol of many modules in a large box, and a small one squeezed.
-    ASSERT_TRUE(test::writeQrBmp(QByteArray("\"KV\",\"1\",") + QByteArray(600, 'A'), big));
-    ASSERT_TRUE(test::writeQrBmp("ApplyHeader", small));
-    LayoutDocument doc = form();
-    doc.field(1, QStringLiteral("WrImage1")).imageFile = big;
-    doc.field(1, QStringLiteral("WrImage2")).imageFile = small;
-    const QString pdf = path(QStringLiteral("qr.pdf"));
-    PdfFileWriter writer(pdf, QString(), QString());
-    writer.addPage(recordLayoutPage(doc, 1));
-    writer.commit();
-    const QStringList payloads = test::decodeQrOnPage(pdf, 1);
-    ASSERT_EQ(payloads.size(), 2) << payloads.join(QLatin1Char('|')).toStdString();
-    EXPECT_EQ(payloads[0], QStringLiteral("\"KV\",\"1\",") + QString(600, QLatin1Char('A')));
-    EXPECT_EQ(payloads[1], QStringLiteral("ApplyHeader"));
-}
-
 TEST_F(PageOutput, AnUnfinishedFileNeverReplacesAnEarlierOne) {
     const QString pdf = path(QStringLiteral("keep.pdf"));
     test::writeFile(pdf, "%PDF-1.4 earlier run\n");
@@ -181,16 +144,6 @@ TEST_F(PageOutput, AnUnfinishedFileNeverReplacesAnEarlierOne) {
     }
     EXPECT_EQ(qpdfCheck(pdf), 0);
     EXPECT_EQ(folderEntries(), QStringList{QStringLiteral("keep.pdf")});
-}
-
-TEST_F(PageOutput, AFolderThatIsNotThereIsReportedAsAnError) {
-    try {
-        PdfFileWriter writer(path(QStringLiteral("no/such/folder/out.pdf")), QString(), QString());
-        FAIL() << "no error";
-    } catch (const VbError& e) {
-        EXPECT_EQ(e.number(), vberr::PathNotFound);
-        EXPECT_TRUE(e.description().startsWith(QStringLiteral("PDFファイル「"))) << e.description().toStdString();
-    }
 }
 
 }  // namespace

