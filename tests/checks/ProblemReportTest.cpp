@@ -16,27 +16,6 @@ using test::CheckHome;
 
 const QString kTitle = QStringLiteral("申請書：不正な項目の確認");
 
-TEST(ProblemReportTest, NoProblemQuietShowsNothing) {
-    CheckHome home;
-    QString report = QStringLiteral("left over");
-    EXPECT_TRUE(mblnVaridateAPData(ApplicationEdition::Form200804, 1, true, true, report));
-    EXPECT_EQ(report, QString());
-    EXPECT_TRUE(home.ui().messages.isEmpty());
-    EXPECT_TRUE(home.ui().reports.isEmpty());
-}
-
-TEST(ProblemReportTest, NoProblemAnnouncedWhenNotQuiet) {
-    CheckHome home;
-    QString report;
-    EXPECT_TRUE(mblnVaridateAPData(ApplicationEdition::Earlier, 1, false, false, report));
-    ASSERT_EQ(home.ui().messages.size(), 1);
-    const MessageRequest& box = home.ui().messages[0].request;
-    EXPECT_EQ(box.kindLabel, QStringLiteral("0"));
-    EXPECT_EQ(box.title, kTitle);
-    EXPECT_EQ(box.text, QStringLiteral("経営状況分析申請書の入力欄に不正な項目はありません"));
-    EXPECT_TRUE(home.ui().reports.isEmpty());
-}
-
 TEST(ProblemReportTest, ProblemsGoToTheListUnderTheHeader) {
     CheckHome home;
     home.set(QStringLiteral("OfficeTel=NULL, LcnsNum1A='123'"));
@@ -61,19 +40,6 @@ TEST(ProblemReportTest, ProblemsGoToTheListUnderTheHeader) {
                              "\r\n"
                              "■申請書の「申請時の許可番号の許可番号（左側２桁）」が２桁を超えています\r\n\r\n"
                              "■申請書の「主たる営業所の所在地の電話番号」が未入力（又は未設定）です\r\n\r\n"));
-}
-
-TEST(ProblemReportTest, HeaderFieldsEmptyWhenNotSet) {
-    CheckHome home;
-    home.set(QStringLiteral("TRName=NULL, BaseDate=NULL"));
-    EXPECT_EQ(applicationReportText(1, QStringLiteral("■x\r\n\r\n")),
-              QStringLiteral("経営状況分析申請書の問題内容\r\n"
-                             "＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝\r\n"
-                             "商号又は名称：\r\n"
-                             "審査基準日　：\r\n"
-                             "＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝＝\r\n"
-                             "\r\n"
-                             "■x\r\n\r\n"));
 }
 
 // A failed check is a problem, never a pass: the error report comes first,

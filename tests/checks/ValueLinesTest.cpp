@@ -19,21 +19,5 @@ TEST(ValueLinesTest, FixedStringCountsFullWidthAsTwoBytes) {
     EXPECT_EQ(mstrFixedString(QStringLiteral("ｶﾅ"), 4, QStringLiteral("_")), QStringLiteral("ｶﾅ__"));
 }
 
-TEST(ValueLinesTest, AmountsRightAlignedInSixteen) {
-    const QString format = QStringLiteral(" ###,###,###,##0");
-    EXPECT_EQ(mstrSpcFormat(Variant(0), format, QStringLiteral("_")), QStringLiteral("______________ 0"));
-    EXPECT_EQ(mstrSpcFormat(Variant(1234567), format, QStringLiteral("_")), QStringLiteral("______ 1,234,567"));
-    EXPECT_EQ(mstrSpcFormat(Variant(-12), format, QStringLiteral(" ")), QStringLiteral("             -12"));
-}
-
-TEST(ValueLinesTest, LoopBackBreaksOnceAtTheWidth) {
-    const QString title57 = QString(57, QChar(u'あ'));
-    EXPECT_EQ(mstrLoopBack(title57, 58), title57);
-    EXPECT_EQ(mstrLoopBack(title57 + QStringLiteral("い"), 58), title57 + QStringLiteral("い\r\n"));
-    EXPECT_EQ(mstrLoopBack(title57 + QStringLiteral("いう") + title57, 58),
-              title57 + QStringLiteral("い\r\nう") + title57);
-    EXPECT_EQ(titleLine(QStringLiteral("■題")), QStringLiteral("■題\r\n"));
-}
-
 }  // namespace
 }  // namespace kelvary

@@ -7,8 +7,6 @@
 #include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
-#include <QFile>
-
 #include <gtest/gtest.h>
 
 namespace kelvary::test {
@@ -104,14 +102,6 @@ TEST(AppDataFiles, TheThreeDatabasesAreSqliteFiles) {
         EXPECT_EQ(readFile(appDir() + QLatin1Char('/') + QLatin1String(name)).first(16), header) << name;
 }
 
-TEST(AppDataFiles, ProgramFolderHoldsSettingsAndTempFolder) {
-    const QByteArray ini = readFile(appDir() + QStringLiteral("/UserData.ini"));
-    // Errors are shown to the user: [System] ShowErrMsg=-1.
-    EXPECT_TRUE(ini.contains("[System]\r\nShowErrMsg=-1\r\n")) << ini.constData();
-    EXPECT_TRUE(ini.contains("[UserInfo]"));
-    EXPECT_TRUE(QFile::exists(appDir() + QStringLiteral("/Temp")));
-}
-
 // ---------------------------------------------------------- SystemData.mdb
 
 TEST(AppDataSystemData, HoldsEveryTableTheProgramUses) {
@@ -123,107 +113,12 @@ TEST(AppDataSystemData, HoldsEveryTableTheProgramUses) {
     EXPECT_EQ(sqlColumn(systemData(), "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name"), expected);
 }
 
-TEST(AppDataSystemData, EveryDeclaredTypeIsOneTheDataLayerKnows) {
-    for (const QString& database : {systemData(), dummyLedra()}) {
-        EXPECT_EQ(sqlRows(database, QStringLiteral(
-                                        "SELECT m.name, p.name, p.type FROM sqlite_master m, pragma_table_info(m.name) p "
-                                        "WHERE m.type = 'table' AND p.type NOT IN ('INTEGER', 'SMALLINT', 'DOUBLE', "
-                                        "'CURRENCY', 'DATETIME', 'BOOLEAN', 'TEXT', 'LONGTEXT')")),
-                  QStringList());
-        EXPECT_GT(sqlColumn(database, "SELECT COUNT(*) FROM sqlite_master m, pragma_table_info(m.name) p")
-                      .value(0)
-                      .toInt(),
-                  12);
-    }
-}
-
-TEST(AppDataSystemData, WorkingCopiesRepeatTheirSourceColumnsInOrder) {
-    // The period copy walks the source fields by name and writes each into the
-    // column of the same name with the source's own type.
-    for (const auto& [source, copy] : {std::pair{"T_FS", "tmpFSInfoData"}, {"P_FSItemData", "tmpFSItemData"},
-                                       {"T_FSNote", "tmpFSNoteData"}, {"T_FSCapitalRow", "tmpFSCapitalRow"},
-                                       {"T_FSCapitalCol", "tmpFSCapitalCol"}}) {
-        const QString sourceColumns = columns(dummyLedra(), QLatin1String(source));
-        ASSERT_FALSE(sourceColumns.isEmpty()) << source;
-        const QString copyColumns = columns(systemData(), QLatin1String(copy));
-        EXPECT_TRUE(copyColumns == sourceColumns || copyColumns.startsWith(sourceColumns + QStringLiteral(", ")))
-            << copy << ": " << copyColumns.toStdString();
-    }
-}
-
-TEST(AppDataSystemData, ApplicationRecordHoldsEveryFormFieldWithTheTypeItsRulesNeed) {
-    // Every [DocData] column that a check, a payload or a printed form reads.
-    // Dates are tested for their era and printed as era dates; licence numbers
-    // and the city code are tested as trimmed texts; codes compare with 0/-1.
-    const char* const fields[] = {
-        "APDataCode", "MainDataCode", "EnforceDate", "ApplyDoc1", "ApplyDoc2",
-        "ApplierColumnName", "ApplierColumnAddress", "ApplierColumnAddress1",
-        "ApplierColumnPresident", "ApplierColumnCreName", "ContactPosition", "ContactName",
-        "ContactTel", "ContactFax", "ApplyDate", "PrefCode1", "ClasCtgr1", "LcnsNum1A",
-        "LcnsNum1B", "LcnsDate1", "PrefCode2", "ClasCtgr2", "LcnsNum2A", "LcnsNum2B",
-        "LcnsDate2", "BaseDate", "FYearFrom1", "FYearTo1", "FYearCtgr1A", "FYearCtgr1B",
-        "FYearFrom2", "FYearTo2", "FYearCtgr2A", "FYearCtgr2B", "FYearFrom3", "FYearTo3",
-        "FYearCtgr3A", "FYearCtgr3B", "Distinction", "LastApl", "FCObgt1", "FCObgt2",
-        "TRNameKana", "TRName", "PSNameKana", "PSName", "OfficeCityCode", "OfficeAddr",
-        "OfficeZipCode", "OfficeTel", "Item01Single", "Item01Plural", "Item02Single",
-        "Item02Plural", "Item03", "Remarks", "FType"};
-    const QStringList present = columns(systemData(), QStringLiteral("tmpAPData"), false).split(QStringLiteral(", "));
-    for (const char* field : fields) EXPECT_TRUE(present.contains(QLatin1String(field))) << field;
-    EXPECT_EQ(present.size(), QSet<QString>(present.begin(), present.end()).size()) << "a column is declared twice";
-
-    const auto typesOf = [](const char* names) {
-        return sqlColumn(systemData(), QStringLiteral("SELECT DISTINCT type FROM pragma_table_info('tmpAPData') "
-                                                      "WHERE name IN (%1)")
-                                           .arg(QLatin1String(names))
-                                           .toUtf8()
-                                           .constData());
-    };
-    EXPECT_EQ(typesOf("'EnforceDate','ApplyDate','LcnsDate1','LcnsDate2','BaseDate','FYearFrom1','FYearTo1',"
-                      "'FYearFrom2','FYearTo2','FYearFrom3','FYearTo3'"),
-              QStringList{QStringLiteral("DATETIME")});
-    EXPECT_EQ(typesOf("'LcnsNum1A','LcnsNum1B','LcnsNum2A','LcnsNum2B','OfficeCityCode','OfficeZipCode','TRName',"
-                      "'ApplierColumnAddress'"),
-              QStringList{QStringLiteral("TEXT")});
-    EXPECT_EQ(typesOf("'PrefCode1','PrefCode2','ClasCtgr1','ClasCtgr2','Distinction','LastApl','FType','FCObgt1',"
-                      "'FYearCtgr1A'"),
-              QStringList{QStringLiteral("INTEGER")});
-    EXPECT_EQ(typesOf("'Remarks'"), QStringList{QStringLiteral("LONGTEXT")});
-}
-
-TEST(AppDataSystemData, IndexSettingsOldLayoutAndRuleTablesHaveTheirColumns) {
-    const std::pair<const char*, const char*> tables[] = {
-        {"tblIndex", "IndexID, MainDataCode, DataType, LinkCode, FileName, ApplyerName, FYearNumber, FYearFrom, "
-                     "FYearTo, PrintFlag"},
-        {"tmpOldFSInfoData", "FSDataCode, MainDataCode, ApplyerName, FYearNumber, FYearFrom, FYearTo, Distinction, "
-                             "TaxType, TaxFreeFlag, UnitType, RoundType, KeisinFlag, MeetingDate, EnforceDate, "
-                             "SideBusinessFlag, StockDiv_Yen, StockDiv_Sen, OtherSoftData, OtherSoftPrefCode, "
-                             "VersionNumber"},
-        {"tmpOldFSItemData", "ID, FSDataCode, ItemCode, ItemName, ItemValue, DocCode, SortNumber, NameChangeFlag, "
-                             "NoAddFlag, OrgFlag, InputFlag"},
-        {"tmpOldFSNoteData", "FSDataCode, DocCode, NoteCode_Main, NoteMasterID, SortNumber, NoteText"},
-        {"tblWork", "OldZaimuDataPath, MainDataCode, ExcelDataFolder, NewZaimuDataPath, NewZaimuProgram"},
-        {"tblFSCheckMaster", "TitleText, LeftItemNum, LeftItemText, RightItemNum, RightItemText, SignNum, "
-                             "TypeFlag_H, TypeFlag_K, EnforceDate, SortNumber"},
-        {"tblFSInvalidItemList", "Distinction, EnforceDate, DocCode, ItemName"},
-    };
-    for (const auto& [table, names] : tables)
-        EXPECT_EQ(columns(systemData(), QLatin1String(table), false), QLatin1String(names)) << table;
-}
-
 TEST(AppDataSystemData, ShipsEmptyWorkingTablesAndOneSettingsRow) {
     for (const char* table : kWorkingTables)
         EXPECT_EQ(number(QStringLiteral("SELECT COUNT(*) FROM ") + QLatin1String(table)), 0) << table;
     // The start rewrites tblWork with an UPDATE without condition: with no row
     // it would change nothing, with two both would be overwritten.
     EXPECT_EQ(number(QStringLiteral("SELECT COUNT(*) FROM tblWork")), 1);
-}
-
-TEST(AppDataSystemData, PrintFlagStartsFalseWhenTheIndexBuilderLeavesItOut) {
-    ScratchHome home;
-    const QString database = home.file(QStringLiteral("SystemData.mdb"));
-    sqlExec(database, "insert into tblIndex(ApplyerName,FYearNumber,FYearFrom,FYearTo,LinkCode,MainDataCode,DataType,"
-                      "IndexID) values('x',40,'2008-04-01','2009-03-31',15,3,0,1)");
-    EXPECT_EQ(sqlColumn(database, "SELECT PrintFlag FROM tblIndex WHERE IndexID=1"), QStringList{QStringLiteral("0")});
 }
 
 // ------------------------------------------------------------ master rows
@@ -247,23 +142,6 @@ TEST(AppDataMasters, PrefecturesCarryTheirJisCodesAndSuffixes) {
                              .arg(QString::fromUtf8(suffix))),
                   count)
             << suffix;
-}
-
-TEST(AppDataMasters, CoursesLicenceClassesAndStatementNames) {
-    EXPECT_EQ(sqlRows(systemData(), QStringLiteral("Select ServiceID, ServiceName From tblService "
-                                                   "Order By SortNumber,ServiceID")),
-              (QStringList{QStringLiteral("1|レギュラー（10営業日以内）"), QStringLiteral("3|エクスプレス（3営業日以内）")}));
-    EXPECT_EQ(number(QStringLiteral("SELECT COUNT(*) FROM tblHantoku")), 3);
-    EXPECT_EQ(text(systemData(), QStringLiteral("SELECT DocName FROM tblFSDocMaster WHERE DocCode=1")),
-              QStringLiteral("貸借対照表"));
-    EXPECT_EQ(text(systemData(), QStringLiteral("SELECT DocName FROM tblFSDocMaster06 WHERE DocCode=2")),
-              QStringLiteral("損益計算書"));
-    // The equity statement is folded into items under DocCode 8; it exists
-    // only from the 2006-07-01 edition on.
-    EXPECT_EQ(text(systemData(), QStringLiteral("SELECT DocName FROM tblFSDocMaster06 WHERE DocCode=8")),
-              QStringLiteral("株主資本等変動計算書"));
-    EXPECT_EQ(number(QStringLiteral("SELECT COUNT(*) FROM tblFSDocMaster WHERE DocCode=8")), 0);
-    EXPECT_EQ(number(QStringLiteral("SELECT COUNT(*) - COUNT(DISTINCT DocCode) FROM tblFSDocMaster06")), 0);
 }
 
 // ------------------------------------------------------------------ links

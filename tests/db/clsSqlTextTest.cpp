@@ -1,5 +1,5 @@
-// clsSqlText: the literals of each field type, the ADO-type mapping with its
-// box for an unknown type, and the three statement texts.
+// clsSqlText: the literals of each field type and the box for an ADO type
+// it does not know.
 #include "db/clsSqlText.h"
 
 #include "platform/Recordset.h"
@@ -54,30 +54,6 @@ TEST(clsSqlText, DateLiterals) {
     EXPECT_EQ(insertOf(Variant(QStringLiteral("未定")), 2), values("#未定#"));
 }
 
-TEST(clsSqlText, FieldTypeOutsideTheCodesWritesNoLiteral) {
-    EXPECT_EQ(insertOf(Variant::fromLong(1), 5), values(""));
-    EXPECT_EQ(insertOf(Variant::fromLong(1), -1), values(""));
-}
-
-TEST(clsSqlText, AdoTypesMapToFieldTypes) {
-    test::RecordingUiGuard ui;
-    const struct {
-        int ado;
-        int fieldType;
-    } cases[] = {{2, 0}, {3, 0}, {4, 0}, {5, 0}, {6, 0}, {11, 0}, {7, 2}, {202, 1}, {203, 1}};
-    for (const auto& c : cases) {
-        clsSqlText sql;
-        int fieldType = 3;
-        sql.SetData(QStringLiteral("A"), Variant::fromLong(1), fieldType, c.ado);
-        EXPECT_EQ(fieldType, c.fieldType) << "ADO type " << c.ado;
-    }
-    EXPECT_TRUE(ui->messages.isEmpty());
-    // The mapping decides the literal of the same value.
-    EXPECT_EQ(insertOf(Variant(QStringLiteral("2008/04/01")), 3, 7), values("#2008/04/01#"));
-    EXPECT_EQ(insertOf(Variant(QStringLiteral("12")), 3, 202), values("'12'"));
-    EXPECT_EQ(insertOf(Variant(QStringLiteral("12")), 3, 3), values("12"));
-}
-
 TEST(clsSqlText, UnknownAdoTypeShowsOneBoxAndWritesText) {
     test::RecordingUiGuard ui;
     clsSqlText sql;
@@ -93,28 +69,6 @@ TEST(clsSqlText, UnknownAdoTypeShowsOneBoxAndWritesText) {
     EXPECT_EQ(box.kindLabel, QStringLiteral("0"));
     EXPECT_EQ(box.icon, MsgIcon::Information);
     EXPECT_EQ(box.text, QStringLiteral("clsSqlText(SetData)\r\n不明なFieldTypeAmount(タイプ:131)"));
-}
-
-TEST(clsSqlText, InsertAndUpdateTextsOfSeveralFields) {
-    clsSqlText sql;
-    sql.SetData(QStringLiteral("A"), Variant::fromLong(1), 0);
-    sql.SetData(QStringLiteral("B"), Variant(QStringLiteral("x")), 1);
-    sql.SetData(QStringLiteral("C"), Variant::null(), 2);
-    sql.SetTable(QStringLiteral("T"));
-    // An empty condition still ends in " where ".
-    EXPECT_EQ(sql.GetUpdateSql(), QStringLiteral("update T set A=1,B='x',C=null where "));
-    EXPECT_EQ(sql.GetNoWhereUpdateSql(), QStringLiteral("update T set A=1,B='x',C=null"));
-    sql.SetWhere(QStringLiteral("IndexID=3"));
-    EXPECT_EQ(sql.GetUpdateSql(), QStringLiteral("update T set A=1,B='x',C=null where IndexID=3"));
-    // Reading a text leaves the object as it was.
-    EXPECT_EQ(sql.GetUpdateSql(), QStringLiteral("update T set A=1,B='x',C=null where IndexID=3"));
-    EXPECT_EQ(sql.GetInsertSql(), QStringLiteral("insert into T(A,B,C) values(1,'x',null)"));
-}
-
-TEST(clsSqlText, NewObjectHoldsEmptyTexts) {
-    const clsSqlText sql;
-    EXPECT_EQ(sql.GetInsertSql(), QStringLiteral("insert into () values()"));
-    EXPECT_EQ(sql.GetUpdateSql(), QStringLiteral("update  set  where "));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // The data access routines against small working databases made here: lookups
-// with their defaults, new keys, statements refused or failing with their
-// reports, values that must survive a round trip, a row copy driven by the
+// with their defaults, statements refused or failing with their reports, values that must survive a round trip, a row copy driven by the
 // source's field types, and linked tables re-pointed between sibling files.
 #include "db/mdlFunctionDatabase.h"
 
@@ -12,7 +11,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -96,15 +94,6 @@ TEST_F(DatabaseRoutines, ExpressionsKeepJetMeaning) {
               Variant::fromLong(5));
 }
 
-TEST_F(DatabaseRoutines, GetDataErrorIsReportedAndGivesEmpty) {
-    const Variant result = gvarGetData(QStringLiteral("X"), QStringLiteral("NoSuchTable"), QString(),
-                                       Variant(QStringLiteral("default")));
-    EXPECT_TRUE(result.isEmpty());
-    ASSERT_EQ(errorBoxes().size(), 1);
-    EXPECT_TRUE(errorBoxes()[0].contains(QStringLiteral("場所： gvarGetData\r\n")));
-    EXPECT_TRUE(errorBoxes()[0].endsWith(QStringLiteral("処理を中断します。")));
-}
-
 TEST_F(DatabaseRoutines, MaxValueOfAnEmptyTableIsZero) {
     EXPECT_EQ(glngGetMaxValue(QStringLiteral("IndexID"), QStringLiteral("tblIndex"), QString()), 0);
     for (const char* sql : {"insert into tblIndex(IndexID,FYearNumber) values(1,2.5)",
@@ -157,23 +146,6 @@ TEST_F(DatabaseRoutines, RecordsetStaysWhileTheTableChanges) {
     }
     EXPECT_EQ(walked, 2);
     EXPECT_EQ(stored("SELECT count(*) FROM tblIndex"), QStringLiteral("integer:0"));
-}
-
-TEST_F(DatabaseRoutines, FailedQueryGivesNothingAndReportsTheText) {
-    const Recordset rs = gobjMakeRecordset(QStringLiteral("Select * From NoSuchTable"));
-    EXPECT_TRUE(rs.isNothing());
-    ASSERT_EQ(errorBoxes().size(), 1);
-    EXPECT_TRUE(errorBoxes()[0].contains(
-        QStringLiteral("場所： gobjMakeRecordset\r\n\r\nSQL文：Select * From NoSuchTable\r\n")));
-}
-
-TEST_F(DatabaseRoutines, WithoutAConnectionEveryRoutineReports) {
-    gobjConnection.reset();
-    EXPECT_TRUE(gobjMakeRecordset(QStringLiteral("Select * From tblWork")).isNothing());
-    EXPECT_FALSE(gblnExecuteSql(QStringLiteral("Delete From tblWork")));
-    EXPECT_TRUE(gvarGetData(QStringLiteral("MainDataCode"), QStringLiteral("tblWork"), QString(), Variant()).isEmpty());
-    EXPECT_EQ(errorBoxes().size(), 3);
-    EXPECT_EQ(stored("SELECT count(*) FROM tblWork"), QStringLiteral("integer:1"));
 }
 
 TEST_F(DatabaseRoutines, QuotesDatesAndBooleansRoundTrip) {
@@ -243,16 +215,6 @@ TEST_F(DatabaseRoutines, RowCopyFollowsTheSourceFieldTypes) {
     EXPECT_EQ(stored("SELECT Name FROM Dst WHERE Code IS NULL"), QStringLiteral("text:"));
 }
 
-TEST_F(DatabaseRoutines, InitTableEmptiesTheTable) {
-    ASSERT_TRUE(gblnExecuteSql(QStringLiteral("insert into tblIndex(IndexID) values(1)")));
-    gInitTable(QStringLiteral("TblIndex"));
-    EXPECT_EQ(stored("SELECT count(*) FROM tblIndex"), QStringLiteral("integer:0"));
-    EXPECT_TRUE(errorBoxes().isEmpty());
-    gInitTable(QStringLiteral("TmpOldFSInfoData"));
-    ASSERT_EQ(errorBoxes().size(), 1);
-    EXPECT_TRUE(errorBoxes()[0].contains(QStringLiteral("SQL文：Delete From TmpOldFSInfoData\r\n")));
-}
-
 TEST_F(DatabaseRoutines, OpenConnectionRefusesWhatItCannotRead) {
     const QString jet = home.file(QStringLiteral("Jet.mdb"));
     writeFile(jet, test::hexBytes("00 01 00 00 53 74 61 6E 64 61 72 64 20 4A 65 74 20 44 42 00") +
@@ -296,14 +258,6 @@ protected:
     QString ledra;
 };
 
-TEST_F(LinkedTables, ShippedLinksReadTheFileBesideTheDatabase) {
-    EXPECT_EQ(periods(), QString());
-    EXPECT_EQ(gvarGetData(QStringLiteral("MainDataCode"), QStringLiteral("T_MainData"),
-                          QStringLiteral("OtherSoftCode=1001"), Variant::fromLong(0)),
-              Variant::fromLong(0));
-    EXPECT_TRUE(errorBoxes().isEmpty());
-}
-
 TEST_F(LinkedTables, RepointingReadsTheNewFileAndIsKept) {
     EXPECT_FALSE(gRefreshLinkTable(QStringLiteral("T_FS"), ledra));
     EXPECT_FALSE(gRefreshLinkTable(QStringLiteral("T_MainData"), ledra));
@@ -326,45 +280,6 @@ TEST_F(LinkedTables, RepointingReadsTheNewFileAndIsKept) {
     // And back to the dummy beside the program.
     gRefreshLinkTable(QStringLiteral("T_FS"), home.file(QStringLiteral("Ledra_dummy.mdb")));
     EXPECT_EQ(periods(), QString());
-}
-
-TEST_F(LinkedTables, UnreadableFileIsReportedAndTheOldLinkStays) {
-    gRefreshLinkTable(QStringLiteral("T_FS"), ledra);
-    const QString jet = home.file(QStringLiteral("Jet.mdb"));
-    writeFile(jet, test::hexBytes("00 01 00 00 53 74 61 6E 64 61 72 64 20 4A 65 74 20 44 42 00") +
-                       QByteArray(1024, '\0'));
-    EXPECT_FALSE(gRefreshLinkTable(QStringLiteral("T_FS"), jet));
-    ASSERT_EQ(errorBoxes().size(), 1);
-    EXPECT_TRUE(errorBoxes()[0].contains(QStringLiteral("場所： gRefreshLinkTable\r\n")));
-    EXPECT_TRUE(errorBoxes()[0].contains(QStringLiteral("このプログラムで読み取れるデータベースではありません")));
-    EXPECT_TRUE(errorBoxes()[0].endsWith(QStringLiteral("処理を中断します。")));
-    EXPECT_EQ(periods(), QStringLiteral("32;31;"));
-    EXPECT_EQ(stored("SELECT DataSource FROM tblLinkTable WHERE TableName='T_FS'"),
-              QStringLiteral("text:") + ledra);
-
-    gRefreshLinkTable(QStringLiteral("T_FS"), home.file(QStringLiteral("gone/Ledra.mdb")));
-    EXPECT_EQ(errorBoxes().size(), 2);
-    EXPECT_EQ(periods(), QStringLiteral("32;31;"));
-}
-
-TEST_F(LinkedTables, TableThatIsNotALinkIsReported) {
-    gRefreshLinkTable(QStringLiteral("tblWork"), ledra);
-    ASSERT_EQ(errorBoxes().size(), 1);
-    EXPECT_TRUE(errorBoxes()[0].contains(QStringLiteral("番号： 3265")));
-    EXPECT_EQ(stored("SELECT count(*) FROM tblWork"), QStringLiteral("integer:1"));
-}
-
-TEST_F(LinkedTables, MissingLinkedFileLeavesOnlyThatTableUnreadable) {
-    gobjConnection.reset();
-    ASSERT_TRUE(QFile::remove(home.file(QStringLiteral("Ledra_dummy.mdb"))));
-    gobjConnection = gobjOpenConnection();
-    ASSERT_TRUE(gobjConnection);
-    EXPECT_TRUE(errorBoxes().isEmpty());
-    EXPECT_TRUE(gobjMakeRecordset(QStringLiteral("Select * From T_FS")).isNothing());
-    EXPECT_EQ(gvarGetData(QStringLiteral("MainDataCode"), QStringLiteral("tblWork"), QString(), Variant()),
-              Variant::fromLong(5));
-    gRefreshLinkTable(QStringLiteral("T_FS"), ledra);
-    EXPECT_EQ(periods(), QStringLiteral("32;31;"));
 }
 
 }  // namespace

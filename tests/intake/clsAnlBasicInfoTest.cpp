@@ -116,18 +116,6 @@ TEST_P(SiblingFolderTest, IndexesTheApplicantsPeriodsInYearThenCodeOrder) {
 
 INSTANTIATE_TEST_SUITE_P(ClosingSeparator, SiblingFolderTest, ::testing::Values("\\", "/", ""));
 
-TEST_F(AnlBasicInfoTest, RelativePathsAreTakenFromTheApplicationFilesFolder) {
-    const QString folder = home.file(QStringLiteral("apps/ledra"));
-    const QString sibling = makeSibling(folder);
-    load(basicInfo("\"ApplyDataID\",55\r\n\"LedraDataPath\",\"ledra\\\"\r\n"
-                   "\"LedraProgram\",\"ledra\\Ledra.exe\"\r\n"),
-         QStringLiteral("apps/app.dat"));
-    EXPECT_TRUE(linkedTo(sibling));
-    EXPECT_EQ(index().size(), 4);
-    EXPECT_EQ(work(), QStringList{QStringLiteral("|55||") + folder + QStringLiteral("/|") + folder +
-                                  QStringLiteral("/Ledra.exe")});
-}
-
 TEST_F(AnlBasicInfoTest, UnusableSiblingDatabaseIsReportedOnceAndTheDummyLinked) {
     const QString good = home.file(QStringLiteral("good"));
     makeSibling(good);
@@ -150,35 +138,6 @@ TEST_F(AnlBasicInfoTest, UnusableSiblingDatabaseIsReportedOnceAndTheDummyLinked)
     EXPECT_TRUE(linkedTo(home.file(QStringLiteral("Ledra_dummy.mdb"))));
     EXPECT_EQ(index(), QStringList());
     EXPECT_EQ(work(), QStringList{QStringLiteral("|55||") + foreign + QStringLiteral("/|")});
-}
-
-TEST_F(AnlBasicInfoTest, KeysInAnotherCaseAreNotRecognised) {
-    makeSibling(home.file(QStringLiteral("ledra")));
-    load(basicInfo("\"applydataid\",55\r\n\"LEDRADATAPATH\",\"" + home.file(QStringLiteral("ledra")).toUtf8() +
-                   "\"\r\n"));
-    EXPECT_EQ(mainDataCode, 0);
-    EXPECT_TRUE(linkedTo(home.file(QStringLiteral("Ledra_dummy.mdb"))));
-    EXPECT_EQ(index(), QStringList());
-    EXPECT_EQ(work(), QStringList{QStringLiteral("|0|||")});
-}
-
-TEST_F(AnlBasicInfoTest, ApplicantUnknownToTheSiblingHasNoPeriods) {
-    const QString folder = home.file(QStringLiteral("ledra"));
-    makeSibling(folder);
-    load(basicInfo("\"ApplyDataID\",77\r\n\"LedraDataPath\",\"" + folder.toUtf8() + "\"\r\n"));
-    EXPECT_EQ(home.errorPlaces(), QStringList());
-    EXPECT_EQ(index(), QStringList());
-}
-
-TEST_F(AnlBasicInfoTest, MissingApplicationFileStillLinksAndRewritesWork) {
-    home.exec(home.database(), "UPDATE tblWork SET OldZaimuDataPath='stale', MainDataCode=9");
-    clsAnlBasicInfo reader;
-    reader.LoadData(home.file(QStringLiteral("nowhere.dat")));
-    EXPECT_EQ(reader.MainDataCode(), 0);
-    EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("LoadData")});
-    EXPECT_TRUE(linkedTo(home.file(QStringLiteral("Ledra_dummy.mdb"))));
-    EXPECT_EQ(index(), QStringList());
-    EXPECT_EQ(work(), QStringList{QStringLiteral("|0|||")});
 }
 
 }  // namespace

