@@ -1,6 +1,5 @@
-// The equity side sheet: amounts in thousands with "△", the headings from the
-// statement's columns and reserve names, the indented change rows, and
-// statements of 0, 3 and more than 15 rows.
+// The equity side sheet: amounts in thousands with "△", the period's own
+// reserve names, no sheet without rows, and more than 15 rows over two sheets.
 #include "print/EquitySideSheet.h"
 
 #include "PageBuilderHome.h"
@@ -60,34 +59,6 @@ TEST(EquityAmounts, ThousandsTruncatedTowardZeroWithTriangleForNegatives) {
     EXPECT_EQ(mstrEquityAmountText(1234567890.0), QStringLiteral("1,234,567"));
     EXPECT_EQ(mstrEquityAmountText(-2500000), QStringLiteral("△2,500"));
     EXPECT_EQ(mstrEquityAmountText(Variant::null()), QString());
-}
-
-TEST_F(EquitySideSheet, ThreeRowsMakeOneSheetWithHeaderHeadingsAndAmounts) {
-    sibling(
-        "INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName, BenefitReady, OtherReady1, OtherReady2, "
-        "SeparatelyFundSum, BenefitOtherCarryOver, BenefitTotal) VALUES "
-        "(3, 1, '前期末残高', 1999, -1999, 999, 12345678, -2500000, 0),"
-        "(3, 2, '当期末残高', 2000, 0, 0, 0, 0, 7000)");
-    rows(1, 3);
-    const QString file = printSheet();
-    EXPECT_EQ(test::qpdfCheck(file), 0);
-    EXPECT_EQ(test::pdfInfo(file, QStringLiteral("Pages")), QStringLiteral("1"));
-    // A4 on its side: 297 by 210 mm is about 842 by 595 points.
-    const QStringList size = test::pdfPageSize(file, 1).split(QLatin1Char(' '));
-    ASSERT_GE(size.size(), 3);
-    EXPECT_NEAR(size[0].toDouble(), 841.9, 1.0);
-    EXPECT_NEAR(size[2].toDouble(), 595.3, 1.0);
-    const QString text = pdfText(file, 1);
-    for (const char* expected : {"様式第十七号（第四条、第十条、第十九条の四関係）付表", "株主資本等変動計算書",
-                                 "（会社名）株式会社ケルバリー建設", "千円", "利益準備金", "任意積立金", "圧縮積立金",
-                                 "配当平均積立金", "別途積立金", "繰越利益剰余金", "利益剰余金合計", "前期末残高",
-                                 "当期末残高", "行3", "△1", "12,345", "△2,500", "[ID]0000012320260101120000"})
-        EXPECT_TRUE(test::holdsText(text, QString::fromUtf8(expected))) << expected;
-    // The statement's own name wins over the master's; other periods' and
-    // unplaced names stay off the sheet.
-    for (const char* absent : {"新築積立金", "置き場のない積立金", "他期", "利益準備金列", "資本金"})
-        EXPECT_FALSE(text.contains(QString::fromUtf8(absent))) << absent;
-    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
 }
 
 TEST_F(EquitySideSheet, NoRowsPrintNothing) {
