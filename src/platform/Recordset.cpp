@@ -33,7 +33,7 @@ void Recordset::requireOpen() const {
 
 void Recordset::requireCurrentRow() const {
     requireOpen();
-    if (position_ < 0 || position_ >= rows_.size()) raiseNoCurrentRecord();
+    if (position_ >= rows_.size()) raiseNoCurrentRecord();
 }
 
 void Recordset::requireFieldIndex(int index) const {
@@ -46,34 +46,14 @@ bool Recordset::eof() const {
     return rows_.isEmpty() || position_ >= rows_.size();
 }
 
-bool Recordset::bof() const {
-    requireOpen();
-    return rows_.isEmpty() || position_ < 0;
-}
-
 long Recordset::recordCount() const {
     requireOpen();
     return static_cast<long>(rows_.size());
 }
 
-void Recordset::moveFirst() {
-    requireOpen();
-    position_ = 0;
-}
-
-void Recordset::moveLast() {
-    requireOpen();
-    position_ = rows_.isEmpty() ? 0 : rows_.size() - 1;
-}
-
 void Recordset::moveNext() {
     if (eof()) raiseNoCurrentRecord();
     ++position_;
-}
-
-void Recordset::movePrevious() {
-    if (bof()) raiseNoCurrentRecord();
-    --position_;
 }
 
 int Recordset::fieldCount() const {

@@ -39,15 +39,12 @@ public:
 
     bool isNothing() const { return !open_; }
 
-    // Both true on an empty set; the cursor starts on the first row otherwise.
+    // True on an empty set; the cursor starts on the first row otherwise and
+    // only moves forward, which is all the program's reading needs.
     bool eof() const;
-    bool bof() const;
     long recordCount() const;
 
-    void moveFirst();
-    void moveLast();
-    void moveNext();      // at EOF raises 3021
-    void movePrevious();  // at BOF raises 3021
+    void moveNext();  // at EOF raises 3021
 
     int fieldCount() const;
     const QString& fieldName(int index) const;
@@ -56,7 +53,7 @@ public:
     int fieldIndex(const QString& name) const;
     bool hasField(const QString& name) const;
 
-    // The current row's value; raises 3021 at EOF or BOF.
+    // The current row's value; raises 3021 at EOF.
     const Variant& value(int index) const;
     const Variant& value(const QString& name) const;
     const Variant& operator[](const QString& name) const { return value(name); }
@@ -69,7 +66,7 @@ private:
     bool open_ = false;
     QList<FieldInfo> fields_;
     QList<QList<Variant>> rows_;
-    qsizetype position_ = 0;  // -1 is BOF, rows_.size() is EOF
+    qsizetype position_ = 0;  // rows_.size() is EOF
 };
 
 }  // namespace kelvary
