@@ -7,6 +7,7 @@ packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev libqt6opengl6-dev libgl-dev
   libicu-dev libqrencode-dev libsqlite3-dev sqlite3
+  mdbtools-dev libmdb3
   fonts-ipafont-gothic
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   zbar-tools poppler-utils qpdf

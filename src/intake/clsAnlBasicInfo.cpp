@@ -11,6 +11,7 @@
 #include "db/clsSqlText.h"
 #include "db/mdlFunctionDatabase.h"
 #include "intake/ApplicationFile.h"
+#include "platform/JetDatabase.h"
 #include "platform/Recordset.h"
 #include "platform/SequentialInput.h"
 #include "platform/SqliteConnection.h"
@@ -57,7 +58,7 @@ QString withClosingSeparator(QString folder) {
 // database instead of staying on whatever the previous run linked.
 void requireSiblingDatabase(const QString& path) {
     try {
-        SqliteConnection::requireReadableDatabase(path);
+        SqliteConnection::requireReadableDatabase(jet::attachableFile(path));
     } catch (const VbError& e) {
         throw VbError(e.number(), QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。") +
                                       e.description() +

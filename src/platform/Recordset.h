@@ -22,9 +22,13 @@ constexpr int adDouble = 5;
 constexpr int adCurrency = 6;
 constexpr int adDate = 7;
 constexpr int adBoolean = 11;
+constexpr int adUnsignedTinyInt = 17;
+constexpr int adGUID = 72;
 constexpr int adNumeric = 131;
 constexpr int adVarWChar = 202;
 constexpr int adLongVarWChar = 203;
+constexpr int adVarBinary = 204;
+constexpr int adLongVarBinary = 205;
 }  // namespace ado
 
 struct FieldInfo {

@@ -3,6 +3,7 @@
 // seen through temporary views.
 #include "platform/SqliteConnection.h"
 
+#include "platform/JetDatabase.h"
 #include "platform/SqliteValues.h"
 #include "platform/VbError.h"
 
@@ -269,13 +270,14 @@ void SqliteConnection::detachIfUnused(const QString& alias) {
 
 void SqliteConnection::linkTable(const QString& name, const QString& sourceTable,
                                  const QString& file) {
-    requireDatabaseFile(file);
-    const QString canonical = QFileInfo(file).canonicalFilePath();
+    const QString attached = jet::attachableFile(file);
+    requireDatabaseFile(attached);
+    const QString canonical = QFileInfo(attached).canonicalFilePath();
     const QString alias = attachmentFor(canonical);
     try {
         if (!schemaHasTable(alias, sourceTable))
             raiseDatabase(QStringLiteral("データベース '%1' にテーブル '%2' が見つかりません。")
-                              .arg(shownPath(canonical), sourceTable));
+                              .arg(shownPath(QFileInfo(file).canonicalFilePath()), sourceTable));
         execute(QStringLiteral("SAVEPOINT relink"));
         try {
             execute(QStringLiteral("DROP VIEW IF EXISTS temp.%1").arg(quotedName(name)));

@@ -38,7 +38,8 @@ public:
     // Runs one statement and returns the number of rows it changed.
     long execute(const QString& sql, const QList<Variant>& parameters = {});
 
-    // Points the linked table `name` at `sourceTable` in the database `file`.
+    // Points the linked table `name` at `sourceTable` in the database `file`
+    // (a Jet file is read through its SQLite copy, see JetDatabase.h).
     // The file is checked first, so a failure leaves the previous link working.
     void linkTable(const QString& name, const QString& sourceTable, const QString& file);
     // The absolute path the linked table reads from; empty when not linked.

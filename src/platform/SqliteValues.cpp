@@ -52,6 +52,13 @@ int adoTypeOfDeclaredType(const QString& declaredType) {
     if (type == QLatin1String("BOOLEAN")) return ado::adBoolean;
     if (type == QLatin1String("TEXT")) return ado::adVarWChar;
     if (type == QLatin1String("LONGTEXT")) return ado::adLongVarWChar;
+    // The further types of a Jet database's copy.
+    if (type == QLatin1String("BYTE")) return ado::adUnsignedTinyInt;
+    if (type == QLatin1String("SINGLE")) return ado::adSingle;
+    if (type == QLatin1String("DECIMAL")) return ado::adNumeric;
+    if (type == QLatin1String("GUID")) return ado::adGUID;
+    if (type == QLatin1String("BINARY")) return ado::adVarBinary;
+    if (type == QLatin1String("LONGBINARY")) return ado::adLongVarBinary;
     // Other names by SQLite's own affinity rules, so a foreign table still reads.
     if (type.contains(QLatin1String("INT"))) return ado::adInteger;
     if (type.contains(QLatin1String("CHAR")) || type.contains(QLatin1String("CLOB")) ||
@@ -84,6 +91,7 @@ Variant readValue(sqlite3_stmt* statement, int column, int adoType) {
     if (storage == SQLITE_NULL) return Variant::null();
     switch (adoType) {
     case ado::adSmallInt:
+    case ado::adUnsignedTinyInt:
         if (storage == SQLITE_INTEGER) {
             const sqlite3_int64 v = sqlite3_column_int64(statement, column);
             if (v >= std::numeric_limits<std::int16_t>::min() &&
@@ -93,6 +101,7 @@ Variant readValue(sqlite3_stmt* statement, int column, int adoType) {
         break;
     case ado::adSingle:
     case ado::adDouble:
+    case ado::adNumeric:
         if (isNumberStored(storage)) return Variant(sqlite3_column_double(statement, column));
         break;
     case ado::adCurrency:
@@ -110,7 +119,8 @@ Variant readValue(sqlite3_stmt* statement, int column, int adoType) {
         if (isNumberStored(storage)) return Variant(sqlite3_column_double(statement, column) != 0.0);
         break;
     case ado::adVarWChar:
-    case ado::adLongVarWChar: return Variant(columnText(statement, column));
+    case ado::adLongVarWChar:
+    case ado::adGUID: return Variant(columnText(statement, column));
     default: break;
     }
     return naturalValue(statement, column);

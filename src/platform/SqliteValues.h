@@ -1,6 +1,7 @@
 // How values cross between SQLite and the program: a column's declared type
 // names its ADO type (INTEGER, SMALLINT, DOUBLE, CURRENCY, DATETIME, BOOLEAN,
-// TEXT, LONGTEXT), and a stored value is read back as the Variant of that type
+// TEXT, LONGTEXT, and for the copy of a Jet database also BYTE, SINGLE,
+// DECIMAL, GUID, BINARY and LONGBINARY), and a stored value is read back as the Variant of that type
 // (dates from their 'YYYY-MM-DD[ HH:MM:SS]' text, Booleans from 1/0).
 // A value stored against its column's type comes back as what it is.
 #pragma once
