@@ -188,9 +188,9 @@ TEST_F(SqliteConnectionLinks, FailedRepointingKeepsThePreviousLink) {
     writeFile(jet, hexBytes(kJetHeader) + QByteArray(2048, '\0'));
     try {
         connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), jet);
-        FAIL() << "a Jet file was linked";
+        FAIL() << "a Jet file with nothing after its header was linked";
     } catch (const VbError& e) {
-        EXPECT_TRUE(e.description().contains(QStringLiteral("読み取れるデータベースではありません")));
+        EXPECT_TRUE(e.description().contains(QStringLiteral("は壊れているため読み込めません")));
         EXPECT_TRUE(e.description().contains(QDir::toNativeSeparators(jet)));
     }
     EXPECT_EQ(codes(), QStringLiteral("11;"));
