@@ -4,13 +4,17 @@
 #include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QLockFile>
 #include <QTextStream>
 #include <gtest/gtest.h>
+
+#include <map>
 
 using namespace kelvary::test;
 
@@ -230,4 +234,81 @@ TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
     EXPECT_EQ(r.exitCode, 3);
     EXPECT_TRUE(r.standardError.contains(QStringLiteral("エラーが発生しました"))) << r.standardError.toStdString();
     EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblIndex"), QStringList{"0"});
+}
+
+namespace {
+// What a run leaves for the agency and the user: every payload text (the
+// run's document ID taken out), the number of pages, and every working table
+// with the storage class of each value.
+struct RunResult {
+    std::map<QString, QByteArray> payloads;
+    QString pages;
+    std::map<QString, QStringList> tables;
+};
+
+RunResult sampleRunOn(const QByteArray& siblingDatabase) {
+    ScratchHome home;
+    if (!siblingDatabase.isNull()) writeFile(home.file("sample/Ledra.mdb"), siblingDatabase);
+    RunResult result;
+    const ProcessResult r = runKelvary({"--batch", "--home", home.path(), "--mode", "3", "--periods", "all", "--pdf",
+                                        home.file("out.pdf"), home.file("sample/app.dat")});
+    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+    const QDir temp(home.file("Temp"));
+    static const QRegularExpression documentId(QStringLiteral("\"[0-9]{22}\""));
+    for (const QString& name : temp.entryList({QStringLiteral("*.Txt")}, QDir::Files)) {
+        QString text = QString::fromLatin1(fileBytes(temp.filePath(name)));
+        EXPECT_GE(text.count(documentId), 1) << name.toStdString();
+        result.payloads[name] = text.replace(documentId, QStringLiteral("\"ID\"")).toLatin1();
+    }
+    QProcess pdfinfo;
+    pdfinfo.start(QStringLiteral("pdfinfo"), {home.file("out.pdf")});
+    pdfinfo.waitForFinished(30000);
+    static const QRegularExpression pages(QStringLiteral("Pages:\\s*(\\d+)"));
+    result.pages = pages.match(QString::fromUtf8(pdfinfo.readAllStandardOutput())).captured(1);
+    const QString db = home.file("SystemData.mdb");
+    for (const char* table : {"tblIndex", "tmpAPData", "tmpFSInfoData", "tmpFSItemData", "tmpFSNoteData",
+                              "tmpFSCapitalRow", "tmpFSCapitalCol"}) {
+        QStringList quoted;
+        for (const QString& name :
+             column(db, QStringLiteral("SELECT name FROM pragma_table_info('%1')").arg(table).toUtf8().constData()))
+            quoted << QStringLiteral("quote(\"%1\")").arg(name);
+        result.tables[QString::fromLatin1(table)] =
+            sqlRows(db, QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(quoted.join(','), table));
+    }
+    return result;
+}
+}  // namespace
+
+TEST(SampleJetRun, JetTwinsOfTheSiblingDatabaseGiveTheSamePayloadsPagesAndTables) {
+    const RunResult sqlite = sampleRunOn(QByteArray());
+    // The sample's three periods, each with its QR symbols.
+    ASSERT_GT(sqlite.payloads.size(), 20u);
+    ASSERT_EQ(sqlite.pages, QStringLiteral("6"));
+    ASSERT_EQ(sqlite.tables.at("tmpFSItemData").size(), 474);
+    for (const char* twin : {"Ledra-V2000.mdb", "Ledra-V2003.mdb"}) {
+        SCOPED_TRACE(twin);
+        const RunResult jet = sampleRunOn(readFile(testDataDir() + QStringLiteral("/jet/") + twin));
+        EXPECT_EQ(jet.pages, sqlite.pages);
+        EXPECT_TRUE(jet.payloads == sqlite.payloads);
+        for (const auto& [name, rows] : sqlite.payloads) EXPECT_EQ(jet.payloads.at(name), rows) << name.toStdString();
+        for (const auto& [table, rows] : sqlite.tables) EXPECT_EQ(jet.tables.at(table), rows) << table.toStdString();
+    }
+}
+
+TEST(SampleJetRun, ASecondRunTakesTheCopyOfTheFirst) {
+    ScratchHome home;
+    writeFile(home.file("sample/Ledra.mdb"), readFile(testDataDir() + QStringLiteral("/jet/Ledra-V2000.mdb")));
+    const QStringList arguments{"--batch", "--home", home.path(), "--mode", "3", "--periods", "all", "--pdf",
+                                home.file("out.pdf"), home.file("sample/app.dat")};
+    ASSERT_EQ(runKelvary(arguments).exitCode, 0);
+    const QDir temp(home.file("Temp"));
+    const QStringList copies = temp.entryList({QStringLiteral("*.sqlite")}, QDir::Files);
+    ASSERT_EQ(copies.size(), 1);
+    const QFileInfo copy(temp.filePath(copies.first()));
+    const QDateTime made = copy.lastModified();
+    const ProcessResult second = runKelvary(arguments);
+    EXPECT_EQ(second.exitCode, 0) << second.standardError.toStdString();
+    EXPECT_EQ(temp.entryList({QStringLiteral("*.sqlite")}, QDir::Files), copies);
+    EXPECT_EQ(QFileInfo(copy.filePath()).lastModified(), made);
+    EXPECT_EQ(column(home.file("SystemData.mdb"), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"3"});
 }
