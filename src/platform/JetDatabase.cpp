@@ -27,6 +27,7 @@
 #include <QtEndian>
 
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <map>
 #include <memory>
@@ -113,6 +114,35 @@ public:
 
 private:
     int fd_ = -1;
+};
+
+// libmdb tells of every page it misses on standard error, where the batch
+// run's reports go; the damage is reported once, as a whole, instead.
+class QuietStandardError {
+public:
+    QuietStandardError() {
+#ifdef Q_OS_UNIX
+        std::fflush(stderr);
+        saved_ = ::dup(STDERR_FILENO);
+        const int null = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (saved_ >= 0 && null >= 0) ::dup2(null, STDERR_FILENO);
+        if (null >= 0) ::close(null);
+#endif
+    }
+    ~QuietStandardError() {
+#ifdef Q_OS_UNIX
+        std::fflush(stderr);
+        if (saved_ >= 0) {
+            ::dup2(saved_, STDERR_FILENO);
+            ::close(saved_);
+        }
+#endif
+    }
+    QuietStandardError(const QuietStandardError&) = delete;
+    QuietStandardError& operator=(const QuietStandardError&) = delete;
+
+private:
+    int saved_ = -1;
 };
 
 struct MdbCloser {
@@ -390,6 +420,7 @@ void copyToSqlite(const QString& jetFile, const QString& sqliteFile) {
     if (size < 3 * pageSize || size % pageSize != 0)
         raiseDamaged(jetFile, QStringLiteral("%1 bytes").arg(size));
 
+    const QuietStandardError quiet;
     const std::unique_ptr<MdbHandle, MdbCloser> mdb(mdb_open(QFile::encodeName(jetFile).constData(), MDB_NOFLAGS));
     if (!mdb) raiseDamaged(jetFile, QStringLiteral("header"));
     mdb_set_bind_size(mdb.get(), kBindSize);

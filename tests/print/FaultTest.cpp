@@ -13,6 +13,9 @@
 
 #include <sqlite3.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -42,6 +45,29 @@ public:
 
 private:
     sqlite3* db_ = nullptr;
+};
+
+// Holds a Jet file the way a program writing it does: a write lock over the
+// file (when `held`).
+class JetHeldByAnotherProgram {
+public:
+    JetHeldByAnotherProgram(const QString& path, bool held) {
+        if (!held) return;
+        fd_ = ::open(QFile::encodeName(path).constData(), O_RDWR);
+        EXPECT_GE(fd_, 0);
+        struct flock lock {};
+        lock.l_type = F_WRLCK;
+        lock.l_whence = SEEK_SET;
+        EXPECT_EQ(fcntl(fd_, F_SETLK, &lock), 0);
+    }
+    ~JetHeldByAnotherProgram() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    JetHeldByAnotherProgram(const JetHeldByAnotherProgram&) = delete;
+    JetHeldByAnotherProgram& operator=(const JetHeldByAnotherProgram&) = delete;
+
+private:
+    int fd_ = -1;
 };
 
 class Fault : public ::testing::Test {
@@ -193,10 +219,10 @@ TEST_F(Fault, SiblingDatabaseCutShortHeldOrForeignIsReportedOnceAndNothingIsWrit
         {"cut in the middle", whole.left(whole.size() / 2), false,
          cannotRead + QStringLiteral("' は壊れているため読み込めません。ファイルが途中で切れているか、内容が損なわれています。")},
         {"held by another program", whole, true, cannotRead + QStringLiteral("' は他のプログラムが使用中です。")},
-        // A Jet database, as the sibling program's older versions wrote it.
-        {"not SQLite", hexBytes("00 01 00 00 53 74 61 6E 64 61 72 64 20 4A 65 74 20 44 42 00") + QByteArray(4096, '\0'),
-         false, QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。ファイル '") + sibling +
-                    QStringLiteral("' はこのプログラムで読み取れるデータベースではありません。")},
+        // A workbook saved under the database's name.
+        {"not a database", hexBytes("D0 CF 11 E0 A1 B1 1A E1") + QByteArray(4096, '\0'), false,
+         QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。ファイル '") + sibling +
+             QStringLiteral("' はこのプログラムで読み取れるデータベースではありません。")},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -207,6 +233,96 @@ TEST_F(Fault, SiblingDatabaseCutShortHeldOrForeignIsReportedOnceAndNothingIsWrit
         EXPECT_TRUE(r.standardError.contains(QStringLiteral("財務諸表データのない申請として続けます。")));
         EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
         expectKept();
+    }
+}
+
+TEST_F(Fault, JetSiblingDatabaseCutShortOrHeldIsReportedOnceAndNoCopyIsLeft) {
+    const QString sibling = file("sample/Ledra.mdb");
+    const QByteArray whole = readFile(testDataDir() + QStringLiteral("/jet/Ledra-V2000.mdb"));
+    ASSERT_GT(whole.size(), 8192);
+    const QString cannotRead = QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。データベース '") + sibling;
+    struct Case {
+        const char* name;
+        QByteArray bytes;
+        bool held;
+        QString message;
+    };
+    const Case cases[] = {
+        {"cut in half", whole.left(whole.size() / 2), false,
+         cannotRead + QStringLiteral("' は壊れているため読み込めません。ファイルが途中で切れているか、内容が損なわれています。")},
+        {"held by another program", whole, true, cannotRead + QStringLiteral("' は他のプログラムが使用中です。")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        writeFile(sibling, c.bytes);
+        kept.clear();
+        keep(kUserFiles);
+        QFile::remove(file("Temp/kelvary.log"));
+        ProcessResult r;
+        {
+            const JetHeldByAnotherProgram other(sibling, c.held);
+            r = runKelvary(arguments(pdf()));
+        }
+        EXPECT_EQ(r.exitCode, kError);
+        expectReported(r, c.message);
+        EXPECT_TRUE(r.standardError.contains(QStringLiteral("財務諸表データのない申請として続けます。")));
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+        // Nothing but the report: no reader's chatter about the pages it missed.
+        EXPECT_TRUE(r.standardError.startsWith(QStringLiteral("=== 3 "))) << r.standardError.toStdString();
+        // The application is still printed, without statements.
+        EXPECT_TRUE(readFile(pdf()).startsWith("%PDF-"));
+        EXPECT_EQ(sqlColumn(file("SystemData.mdb"), "SELECT COUNT(*) FROM tblIndex"), QStringList{"0"});
+        expectKept();
+        EXPECT_EQ(QDir(file("Temp")).entryList({QStringLiteral("Ledra-*")}, QDir::Files), QStringList());
+    }
+}
+
+// A Jet file without one of the tables, and a Jet 3 file of another program
+// with none of them, fare as SQLite files in the same state: the same reports,
+// the same exit status, the same working tables.
+TEST_F(Fault, JetSiblingDatabaseWithoutTablesFaresAsAnSqliteOne) {
+    const QString sibling = file("sample/Ledra.mdb");
+    const QByteArray sqliteSample = readFile(sibling);
+    const auto runOn = [&](const QByteArray& bytes) {
+        writeFile(sibling, bytes);
+        QFile::remove(file("Temp/kelvary.log"));
+        return runKelvary(arguments(pdf()));
+    };
+    const auto workingTables = [&] {
+        return sqlRows(file("SystemData.mdb"), QStringLiteral("SELECT (SELECT COUNT(*) FROM tblIndex) || ',' || "
+                                                              "(SELECT COUNT(*) FROM tmpFSInfoData) || ',' || "
+                                                              "(SELECT COUNT(*) FROM tmpFSItemData) || ',' || "
+                                                              "(SELECT COUNT(*) FROM tmpFSNoteData)"));
+    };
+    struct Case {
+        const char* name;
+        QByteArray jet;
+        bool fromSample;           // the SQLite twin starts as the sample, or empty
+        const char* sqliteScript;  // then this makes it the Jet file's twin
+        const char* missingTable;
+    };
+    const Case cases[] = {
+        {"without T_FSNote", readFile(testDataDir() + QStringLiteral("/jet/Ledra-NoNote.mdb")), true,
+         "DROP TABLE T_FSNote;", "T_FSNote"},
+        {"Jet 3, other tables", readFile(testDataDir() + QStringLiteral("/jet/access/test2V1997.mdb")), false,
+         "CREATE TABLE MSP_PROJECTS (PROJ_ID INTEGER);", "T_MainData"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const QString sqliteTwin = file(QStringLiteral("twin-%1.sqlite").arg(&c - cases));
+        if (c.fromSample) writeFile(sqliteTwin, sqliteSample);
+        sqlExec(sqliteTwin, c.sqliteScript);
+        const ProcessResult fromSqlite = runOn(readFile(sqliteTwin));
+        const QStringList sqliteTables = workingTables();
+        const ProcessResult fromJet = runOn(c.jet);
+        EXPECT_TRUE(fromJet.standardError.contains(QStringLiteral("データベース '") + sibling +
+                                                   QStringLiteral("' にテーブル '") +
+                                                   QString::fromLatin1(c.missingTable) +
+                                                   QStringLiteral("' が見つかりません。")))
+            << fromJet.standardError.toStdString();
+        EXPECT_EQ(fromJet.exitCode, fromSqlite.exitCode);
+        EXPECT_EQ(fromJet.standardError, fromSqlite.standardError);
+        EXPECT_EQ(workingTables(), sqliteTables);
     }
 }
 
