@@ -122,7 +122,7 @@ TEST_F(AnlBasicInfoTest, UnusableSiblingDatabaseIsReportedOnceAndTheDummyLinked)
     load(basicInfo("\"ApplyDataID\",55\r\n\"LedraDataPath\",\"" + good.toUtf8() + "\"\r\n"));
     home.exec(home.database(), "DELETE FROM tblIndex");
 
-    // A folder that does not exist, then one whose Ledra.mdb is no SQLite database.
+    // A folder that does not exist, then one whose Ledra.mdb is a Jet file cut short after its header.
     const QString missing = home.file(QStringLiteral("missing"));
     load(basicInfo("\"ApplyDataID\",55\r\n\"LedraDataPath\",\"" + missing.toUtf8() + "\"\r\n"));
     EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("LoadData")});
