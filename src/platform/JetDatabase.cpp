@@ -355,6 +355,23 @@ private:
         case MDB_BINARY:
             if (bytes) return void(sqlite3_bind_blob(statement, index, bytes, size, SQLITE_TRANSIENT));
             break;
+        case MDB_REPID:
+            if (bytes && size >= 16) {
+                // In the registry form ADO gave a GUID, its first three parts little-endian.
+                const auto* b = static_cast<const unsigned char*>(bytes);
+                const QByteArray text =
+                    QStringLiteral("{%1-%2-%3-%4-%5}")
+                        .arg(littleEndian<quint32>(b), 8, 16, QLatin1Char('0'))
+                        .arg(littleEndian<quint16>(b + 4), 4, 16, QLatin1Char('0'))
+                        .arg(littleEndian<quint16>(b + 6), 4, 16, QLatin1Char('0'))
+                        .arg(QString::fromLatin1(QByteArray(reinterpret_cast<const char*>(b + 8), 2).toHex()))
+                        .arg(QString::fromLatin1(QByteArray(reinterpret_cast<const char*>(b + 10), 6).toHex()))
+                        .toUpper()
+                        .toUtf8();
+                return void(sqlite3_bind_text(statement, index, text.constData(), static_cast<int>(text.size()),
+                                              SQLITE_TRANSIENT));
+            }
+            break;
         case MDB_OLE: {
             size_t length = 0;
             void* data = mdb_ole_read_full(mdb, col, &length);

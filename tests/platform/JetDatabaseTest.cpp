@@ -187,6 +187,29 @@ TEST_F(JetReading, EveryKindKeepsItsValueItsNullAndItsAdoType) {
     EXPECT_EQ(rs.value(4), Variant(VbDate{QDate(2999, 12, 31), 86399}));
 }
 
+TEST_F(JetReading, KindsWithoutAnSqliteCounterpartReadAsAdoGaveThem) {
+    Recordset rs = linked(jetData(QStringLiteral("MoreKinds.mdb")), QStringLiteral("MoreKinds"));
+    // Byte, Single, Decimal, Replication ID, Binary.
+    const int types[] = {17, 4, 131, 72, 204};
+    ASSERT_EQ(rs.fieldCount(), 5);
+    for (int c = 0; c < 5; ++c) EXPECT_EQ(rs.fieldType(c), types[c]) << c;
+    ASSERT_EQ(rs.recordCount(), 3);
+    EXPECT_EQ(rs.value(0).toLong(), 200);
+    EXPECT_EQ(rs.value(1), Variant(0.5));
+    EXPECT_EQ(rs.value(2), Variant(12345678901234.5678));
+    EXPECT_EQ(rs.value(3), Variant(QStringLiteral("{6F9619FF-8B86-D011-B42D-00C04FC964FF}")));
+    const Recordset raw = connection->query(QStringLiteral("SELECT hex(Raw) FROM MoreKinds WHERE Tiny = 200"));
+    EXPECT_EQ(raw.value(0), Variant(QStringLiteral("01020300FF")));
+    rs.moveNext();
+    EXPECT_EQ(rs.value(0).toLong(), 0);
+    EXPECT_EQ(rs.value(1), Variant(-1.25));
+    EXPECT_EQ(rs.value(2), Variant(-0.0001));
+    EXPECT_TRUE(rs.value(3).isNull());
+    EXPECT_TRUE(rs.value(4).isNull());
+    rs.moveNext();
+    for (int c = 0; c < 4; ++c) EXPECT_TRUE(rs.value(c).isNull()) << c;
+}
+
 TEST_F(JetReading, Jet3TextIsReadInTheCodePageOfTheFile) {
     // The Access 97 file again, its header's code page (at 0x3C, under the
     // header's mask) turned from 1252 to 932: the byte A3 of the currency
