@@ -497,8 +497,10 @@ QString sqliteCopy(const QString& jetFile, const QString& folder) {
                 QFile::remove(part);
                 raiseDatabase(QStringLiteral("ファイル '%1' を作成できません。").arg(QDir::toNativeSeparators(copy)));
             }
-            // Copies of the file's earlier states are of no further use.
-            for (const QString& old : dir.entryList({stem + QStringLiteral("-*.sqlite")}, QDir::Files)) {
+            // Copies of the file's earlier states are of no further use, nor
+            // is a copy that an earlier run left half written.
+            for (const QString& old : dir.entryList({stem + QStringLiteral("-*.sqlite"), stem + QStringLiteral("-*.sqlite.part*")},
+                                                    QDir::Files)) {
                 if (dir.filePath(old) != copy) QFile::remove(dir.filePath(old));
             }
         } else {
