@@ -2,11 +2,13 @@
 // against what an independent reader read from the same files written by
 // Access, the ADO types the copy reports for Jet's column kinds, the copy's
 // reuse, and files that cannot be read.
+#include "db/clsSqlText.h"
 #include "platform/JetDatabase.h"
 #include "platform/SqliteConnection.h"
 #include "platform/VbError.h"
 
 #include "platform/TestDatabase.h"
+#include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
@@ -208,6 +210,25 @@ TEST_F(JetReading, KindsWithoutAnSqliteCounterpartReadAsAdoGaveThem) {
     EXPECT_TRUE(rs.value(4).isNull());
     rs.moveNext();
     for (int c = 0; c < 4; ++c) EXPECT_TRUE(rs.value(c).isNull()) << c;
+}
+
+TEST_F(JetReading, ARowCopyOfTheseKindsMeetsTheUnknownTypeBoxAsUnderAdo) {
+    const Recordset rs = linked(jetData(QStringLiteral("MoreKinds.mdb")), QStringLiteral("MoreKinds"));
+    test::RecordingUiGuard ui;
+    clsSqlText sql;
+    for (int c = 0; c < 4; ++c) {
+        int fieldType = 3;
+        int adoType = rs.fieldType(c);
+        sql.SetData(rs.fieldName(c), rs.value(c), fieldType, adoType);
+    }
+    sql.SetTable(QStringLiteral("T"));
+    EXPECT_EQ(sql.GetInsertSql(), QStringLiteral("insert into T(Tiny,Ratio,Exact,Guid) values('200',0.5,"
+                                                 "'12345678901234.6','{6F9619FF-8B86-D011-B42D-00C04FC964FF}')"));
+    QStringList boxes;
+    for (const auto& message : ui->messages) boxes << message.request.text;
+    EXPECT_EQ(boxes, (QStringList{QStringLiteral("clsSqlText(SetData)\r\n不明なFieldTypeTiny(タイプ:17)"),
+                                  QStringLiteral("clsSqlText(SetData)\r\n不明なFieldTypeExact(タイプ:131)"),
+                                  QStringLiteral("clsSqlText(SetData)\r\n不明なFieldTypeGuid(タイプ:72)")}));
 }
 
 TEST_F(JetReading, Jet3TextIsReadInTheCodePageOfTheFile) {
