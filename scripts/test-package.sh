@@ -59,7 +59,7 @@ for path in ./opt/kelvary/kelvary ./opt/kelvary/SystemData.mdb ./opt/kelvary/Pri
   grep -q " $path\( \|$\)" <<<"$contents" || fail "$deb lacks $path"
 done
 depends=$(dpkg-deb -f "$deb" Depends)
-for package in libqt6widgets6 libicu libqrencode libsqlite3 fonts-ipafont-gothic qt6-qpa-plugins; do
+for package in libqt6widgets6 libicu libqrencode libsqlite3 fonts-ipafont-gothic qt6-qpa-plugins qt6-translations-l10n; do
   grep -q "$package" <<<"$depends" || fail "$deb does not depend on $package ($depends)"
 done
 desktop-file-validate packaging/kelvary.desktop

@@ -5,8 +5,10 @@
 #include "platform/Fonts.h"
 #include "platform/LayoutProof.h"
 #include "platform/VbError.h"
+#include "startup/ApplicationFileDialog.h"
 #include "startup/BatchUserInterface.h"
 #include "startup/CommandLine.h"
+#include "startup/JapaneseTranslations.h"
 #include "startup/QtUserInterface.h"
 #include "startup/RunOutcome.h"
 #include "startup/mdlFunctionApplication.h"
@@ -15,9 +17,8 @@
 #include "startup/mdlSubMain.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFileDialog>
 #include <QFont>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QStringList>
 
@@ -89,12 +90,6 @@ QString workingFolder(const kelvary::CommandLine& cl) {
     return choice.folder;
 }
 
-// Started from the desktop menu, with no file: the user picks one.
-QString askForApplicationFile() {
-    return QFileDialog::getOpenFileName(nullptr, QStringLiteral("申請データファイルを開く"), QDir::homePath(),
-                                        QStringLiteral("申請データ (*.dat *.txt);;すべてのファイル (*)"));
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -127,8 +122,9 @@ int main(int argc, char** argv) {
     }
 
     QApplication application(argc, argv);
+    // No display name: the window system would append it to every caption.
     QApplication::setApplicationName(QStringLiteral("kelvary"));
-    QApplication::setApplicationDisplayName(app::title());
+    installJapaneseTranslations();
     installFontSubstitutions();
     QApplication::setFont(QFont(formFontFamily(), 10));
 
@@ -146,7 +142,9 @@ int main(int argc, char** argv) {
 
     QString applicationFile = cl.applicationFile;
     if (applicationFile.isEmpty() && !cl.parentText) {
-        applicationFile = askForApplicationFile();
+        // Started from the desktop menu, with no file: the user picks one.
+        QSettings settings(QStringLiteral("kelvary"), QStringLiteral("kelvary"));
+        applicationFile = askForApplicationFile(settings);
         if (applicationFile.isEmpty()) return ExitNoOutput;
     }
     setOptionFields(CommandFields{applicationFile, cl.pdfFile, cl.agent, cl.mode});
