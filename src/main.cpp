@@ -90,6 +90,17 @@ QString workingFolder(const kelvary::CommandLine& cl) {
     return choice.folder;
 }
 
+// Qt's own texts as this installation shows them: the translations check.
+int writeQtTexts(int argc, char** argv) {
+    using namespace kelvary;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(quietPlatformNotices);
+    QApplication application(argc, argv);
+    const bool japanese = installJapaneseTranslations();
+    for (const QString& line : applicationFileDialogTexts()) print(stdout, line + QLatin1Char('\n'));
+    return japanese ? ExitOutput : ExitError;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -110,6 +121,7 @@ int main(int argc, char** argv) {
     }
 
     if (!cl.proofLayout.isEmpty()) return writeProof(argc, argv, cl);
+    if (cl.showQtTexts) return writeQtTexts(argc, argv);
 
     // Batch mode needs no display: it chooses the offscreen platform itself.
     if (cl.batch.enabled) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QSettings;
 
@@ -15,5 +16,10 @@ inline constexpr const char* kLastApplicationFolderKey = "ApplicationFile/LastFo
 // Asks for an application data file. Empty when the user cancelled; else the
 // file's path, and its folder is kept in the settings for the next start.
 QString askForApplicationFile(QSettings& settings);
+
+// The texts Qt words itself in that dialog (labels, buttons, column
+// headings) and in the context menu of its file name box, one per line as
+// "name: text", to check an installation's translations.
+QStringList applicationFileDialogTexts();
 
 }  // namespace kelvary
