@@ -116,8 +116,10 @@ frmPrintPreview::frmPrintPreview(const std::vector<RecordedPage>& pages, std::fu
     pageNumber_->setObjectName(QStringLiteral("PageNumber"));
     zoomText_ = new QLabel(status_);
     zoomText_->setObjectName(QStringLiteral("Zoom"));
-    status_->addPermanentWidget(pageNumber_);
-    status_->addPermanentWidget(zoomText_);
+    for (QLabel* label : {pageNumber_, zoomText_}) {
+        label->setContentsMargins(8, 0, 8, 0);
+        status_->addPermanentWidget(label);
+    }
     layout->addWidget(status_);
 
     resize(900, 1000);
