@@ -1,5 +1,6 @@
 // The main window's caption, the progress window, Qt's own texts and the
 // file dialog of a start without a file, on the offscreen platform.
+#include "checks/frmCheckReport.h"
 #include "platform/AppObject.h"
 #include "startup/ApplicationFileDialog.h"
 #include "startup/JapaneseTranslations.h"
@@ -21,6 +22,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -154,4 +156,16 @@ TEST_F(QtInJapanese, FileDialogOpensInTheLastFolderAndKeepsTheChosenOne) {
     EXPECT_EQ(QFileInfo(chosen).canonicalFilePath(), QFileInfo(last + QStringLiteral("/a.dat")).canonicalFilePath());
     EXPECT_EQ(QDir(settings.value(QLatin1String(kLastApplicationFolderKey)).toString()).canonicalPath(),
               QDir(last).canonicalPath());
+}
+
+// Each window's caption is its own text alone. (What the window manager
+// finally shows is checked by scripts/take-screenshots.sh with xprop.)
+TEST(Captions, MainWindowAndProblemList) {
+    frmMDIForm main;
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^Kelvary\\(\\d+\\. \\d+\\. \\d+\\)$"))
+                    .match(main.windowTitle())
+                    .hasMatch())
+        << main.windowTitle().toStdString();
+    frmCheckReport report;
+    EXPECT_EQ(report.windowTitle(), QStringLiteral("入力内容の問題点一覧"));
 }
