@@ -1,3 +1,4 @@
+// The start-up file dialog and the listing of its Qt-worded texts.
 #include "startup/ApplicationFileDialog.h"
 
 #include <QAbstractItemModel>
