@@ -22,10 +22,17 @@ namespace {
 double units(double mm) { return mm * layoutUnitsPerMm; }
 QRectF units(const QRectF& mm) { return {units(mm.x()), units(mm.y()), units(mm.width()), units(mm.height())}; }
 
+// Bold text is the regular face drawn twice, the second time shifted right
+// by this share of the font size. The form font has no bold face, and Qt
+// makes one up only on some devices: the PDF writer strokes the outlines, the
+// screen never emboldens a fixed-pitch face. Drawing twice gives the same
+// weight on paper, in the PDF and in the preview; PDF text readers drop the
+// doubled letters as they do for any overprinted bold.
+constexpr double kBoldShift = 0.04;
+
 QFont fontFor(const TextStyle& style, const QString& family) {
     QFont font(family.isEmpty() ? formFontFamily() : family);
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(units(style.size * 25.4 / 72.0)))));
-    font.setBold(style.bold);
     font.setStyleStrategy(QFont::PreferOutline);
     return font;
 }
@@ -89,6 +96,9 @@ void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, cons
         const QRectF lineRect(rect.left() + indentWidth, y, rect.width() - indentWidth, lineHeight);
         painter.setPen(Qt::black);
         painter.drawText(lineRect, static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
+        if (style.bold)
+            painter.drawText(lineRect.translated(font.pixelSize() * kBoldShift, 0),
+                             static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
 
         const double width = line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
         double left = lineRect.left();
