@@ -141,22 +141,6 @@ TEST_F(SampleRun, SecondInstanceIsRefusedWithoutTouchingTheDatabase) {
 }
 
 namespace {
-// The sample application without its edition record: the 2004-03-01 default
-// applies and the earlier driver prints it.
-QString writeEarlierApplication(const ScratchHome& home) {
-    QFile in(home.file(QStringLiteral("sample/app.dat")));
-    EXPECT_TRUE(in.open(QIODevice::ReadOnly));
-    QByteArray text = in.readAll();
-    const qsizetype at = text.indexOf("\"EnforceDate\"");
-    EXPECT_GE(at, 0);
-    text.remove(at, text.indexOf('\n', at) - at + 1);
-    const QString path = home.file(QStringLiteral("sample/earlier.dat"));
-    QFile out(path);
-    EXPECT_TRUE(out.open(QIODevice::WriteOnly));
-    out.write(text);
-    return path;
-}
-
 QString pdfText(const QString& pdf) {
     QProcess p;
     p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
