@@ -75,30 +75,9 @@ TEST(FrmCheckReportTest, LongListPrintsOnSeveralPagesWithEveryLine) {
                                   QString::number(pages[0].count(QStringLiteral("LINE")) + 1).rightJustified(3, QLatin1Char('0'))));
 }
 
-// The words pdftotext finds on a page, with their boxes in points.
-struct PdfWord {
-    QString text;
-    double xMin, yMin, xMax, yMax;
-};
-
-QList<PdfWord> pdfWords(const QString& pdf) {
-    const test::ToolRun run = test::runTool(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), pdf, QStringLiteral("-")});
-    static const QRegularExpression word(QStringLiteral(
-        "<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" yMax=\"([0-9.]+)\">([^<]*)</word>"));
-    QList<PdfWord> words;
-    for (auto it = word.globalMatch(run.out); it.hasNext();) {
-        const auto m = it.next();
-        words << PdfWord{m.captured(5), m.captured(1).toDouble(), m.captured(2).toDouble(), m.captured(3).toDouble(),
-                         m.captured(4).toDouble()};
-    }
-    return words;
-}
-
-const PdfWord* findWord(const QList<PdfWord>& words, const QString& text) {
-    for (const PdfWord& w : words)
-        if (w.text == text) return &w;
-    return nullptr;
-}
+using test::findWord;
+using test::pdfWords;
+using test::PdfWord;
 
 TEST(FrmCheckReportTest, ValueLinesKeepTheirAmountsBesideTheirLabels) {
     RecordingUiGuard ui;
@@ -120,7 +99,6 @@ TEST(FrmCheckReportTest, ValueLinesKeepTheirAmountsBesideTheirLabels) {
         form.cmdPrint()->click();
         const QList<PdfWord> words = pdfWords(pdf);
         const PdfWord* amount = findWord(words, QStringLiteral("1,234,567,890"));
-        // (pdftotext reads the ideographic space as a word break.)
         const PdfWord* label = findWord(words, QStringLiteral("計算値：") + QString(92, QLatin1Char('_')));
         ASSERT_TRUE(amount && label) << test::pdfText(pdf).toStdString();
         // On the label's line, to its right, and on the paper (A4: 595 points wide).
