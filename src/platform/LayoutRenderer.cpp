@@ -123,6 +123,18 @@ TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont
     // The largest size that fits, between the smallest and the layout's own.
     int low = smallest;
     int high = layoutSize - 1;
+    if (!style.wrap) {
+        // Unwrapped lines shrink in proportion to the size: one measure gives
+        // the answer, so a very long text is not measured again and again.
+        const QFontMetricsF metrics(font, const_cast<QPaintDevice*>(device));
+        double widest = 0;
+        for (const QString& line : best.lines) widest = std::max(widest, metrics.horizontalAdvance(line));
+        double scale = widest > 0 ? (rect.width() - best.indentWidth) / widest : 1.0;
+        if (best.lines.size() > 1) scale = std::min(scale, rect.height() / (lineHeight * best.lines.size()));
+        high = std::clamp(static_cast<int>(std::floor(layoutSize * scale)), low, high);
+        while (high > low && !insideBox(at(high, cap), rect, device)) --high;
+        low = high;
+    }
     best = at(low, cap);
     if (!insideBox(best, rect, device)) {
         best.clipped = true;
