@@ -212,18 +212,19 @@ TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
 
 namespace {
 
-// The sample application with some of its values replaced, written beside it
-// under the given name.
+// The sample application with some of its values replaced (a null text
+// leaves the record out), written beside it under the given name.
 QString writeSampleWith(const ScratchHome& home, const QString& name, const QMap<QString, QString>& values) {
     QStringList lines = kelvary::cp932Decode(readFile(home.file(QStringLiteral("sample/app.dat")))).split(QStringLiteral("\r\n"));
     for (QString& line : lines) {
         for (auto it = values.begin(); it != values.end(); ++it) {
             const QString key = QLatin1Char('"') + it.key() + QStringLiteral("\",");
             if (!line.startsWith(key)) continue;
-            const qsizetype end = line.indexOf(QStringLiteral("\","), key.size());
-            line = key + QLatin1Char('"') + it.value() + line.mid(end);
+            const qsizetype end = line.indexOf(QStringLiteral(","), key.size());
+            line = it.value().isNull() ? QString() : key + QLatin1Char('"') + it.value() + QLatin1Char('"') + line.mid(end);
         }
     }
+    lines.removeAll(QString());
     const QString path = home.file(QStringLiteral("sample/") + name);
     writeFile(path, kelvary::cp932Encode(lines.join(QStringLiteral("\r\n"))));
     return path;
@@ -309,6 +310,16 @@ TEST_F(SampleRun, LongTextsStayInsideTheirBoxesOfTheApplicationForm) {
         const PdfWord* name = findWord(words, QStringLiteral("株式会社北斗建設"));
         ASSERT_TRUE(applicant && name);
         EXPECT_NEAR(applicant->yMin, name->yMin, 0.5);
+    }
+    {
+        SCOPED_TRACE("the earlier edition's form");
+        QMap<QString, QString> earlier{{QStringLiteral("OfficeAddr"), kOffice},
+                                       {QStringLiteral("Remarks"), kRemarks},
+                                       {QStringLiteral("EnforceDate"), QString()}};
+        const ProcessResult r = run({"--mode", "1", "--periods", "newest", "--yes", "--print-to", home.file("earlier.pdf"),
+                                     writeSampleWith(home, QStringLiteral("earlier.dat"), earlier)});
+        ASSERT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+        expectInsideTheForm(pdfWords(home.file("earlier.pdf"), 2));
     }
     {
         SCOPED_TRACE("the printed form (mode 3)");
