@@ -75,7 +75,7 @@ TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const 
     layout.font = font;
     layout.lineHeight = lineHeight;
     layout.indentWidth = indent * font.pixelSize();
-    const QFontMetricsF metrics(font, const_cast<QPaintDevice*>(device));
+    const QFontMetricsF metrics(font, device);
     for (const QString& paragraph : paragraphs) {
         if (layout.lines.size() >= maxLines) break;
         if (style.wrap)
@@ -89,7 +89,7 @@ TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const 
 bool insideBox(const TextLayout& layout, const QRectF& rect, const QPaintDevice* device) {
     // A single line may stand a little taller than a low box: it is centred on it.
     if (layout.lines.size() > 1 && layout.lineHeight * layout.lines.size() > rect.height() + 0.5) return false;
-    const QFontMetricsF metrics(layout.font, const_cast<QPaintDevice*>(device));
+    const QFontMetricsF metrics(layout.font, device);
     const double width = rect.width() - layout.indentWidth;
     for (const QString& line : layout.lines)
         if (metrics.horizontalAdvance(line) > width + 0.5) return false;
@@ -126,7 +126,7 @@ TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont
     if (!style.wrap) {
         // Unwrapped lines shrink in proportion to the size: one measure gives
         // the answer, so a very long text is not measured again and again.
-        const QFontMetricsF metrics(font, const_cast<QPaintDevice*>(device));
+        const QFontMetricsF metrics(font, device);
         double widest = 0;
         for (const QString& line : best.lines) widest = std::max(widest, metrics.horizontalAdvance(line));
         double scale = widest > 0 ? (rect.width() - best.indentWidth) / widest : 1.0;
@@ -163,7 +163,7 @@ struct LineDecoration {
 
 double naturalLineHeight(const TextStyle& style, const QFont& font, const QPaintDevice* device) {
     return style.lineHeight > 0 ? units(style.lineHeight)
-                                : QFontMetricsF(font, const_cast<QPaintDevice*>(device)).lineSpacing();
+                                : QFontMetricsF(font, device).lineSpacing();
 }
 
 void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, const TextStyle& style,
