@@ -140,7 +140,7 @@ TEST(FrmCheckReportTest, ValueLinesKeepTheirAmountsBesideTheirLabels) {
 }
 
 TEST(FrmCheckReportTest, APrintThatCannotStartIsReported) {
-    if (!QPrinterInfo::defaultPrinter().isNull()) GTEST_SKIP() << "this machine has a printer; nothing to refuse";
+    if (!QPrinterInfo::availablePrinters().isEmpty()) GTEST_SKIP() << "this machine has a printer; nothing to refuse";
     test::ProgramFolder folder("[System]\r\nShowErrMsg=-1\r\n");
     RecordingUiGuard ui;
     ui->yesNoAnswer = MsgAnswer::Yes;
