@@ -195,7 +195,7 @@ void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, 
         painter.setPen(Qt::black);
         painter.drawText(lineRect, static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
         if (style.bold)
-            painter.drawText(lineRect.translated(font.pixelSize() * kBoldShift, 0),
+            painter.drawText(lineRect.translated(layout.font.pixelSize() * kBoldShift, 0),
                              static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
 
         const double width = line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
