@@ -11,12 +11,16 @@
 #include "startup/RunOutcome.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/ProgramFolder.h"
+#include "startup/RunFiles.h"
+#include "platform/StrConv.h"
+#include "intake/ApplicationFile.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlSubMain.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFont>
 #include <QStandardPaths>
 #include <QStringList>
@@ -75,13 +79,55 @@ int writeProof(int argc, char** argv, const kelvary::CommandLine& cl) {
     return ExitOutput;
 }
 
+// What is wrong with the folder --home or KELVARY_HOME names; empty when
+// the run may work there. Only an installed copy may be read-only: it is
+// never written to.
+QString namedFolderRefusal(const QString& folder) {
+    using namespace kelvary;
+    const QString named = QStringLiteral("プログラムフォルダー「") + QDir::toNativeSeparators(folder) + QStringLiteral("」");
+    const QFileInfo info(folder);
+    if (!info.exists()) return named + QStringLiteral("が見つかりません。");
+    if (!info.isDir()) return named + QStringLiteral("はフォルダーではありません。");
+    if (!info.isWritable() && !QFileInfo::exists(folder + QLatin1Char('/') + QLatin1String(kInstalledMark)))
+        return named + QStringLiteral("に書き込めません。フォルダーに書き込む権限があるか確認してください。");
+    return {};
+}
+
+// Fields 1 and 2 as gCommandGet will split the parent's one text; its
+// mistakes are left for gCommandGet itself to report, once.
+kelvary::CommandFields parentTextFields(const QString& parentText) {
+    using namespace kelvary;
+    const QString text = vbStrConv(parentText.trimmed(), vbLowerCase + vbNarrow);
+    if (!text.contains(QLatin1Char('/'))) return {text, {}, {}, {}};
+    const QStringList parts = text.split(QLatin1Char('/'));
+    return {parts.value(1), parts.value(2), {}, {}};
+}
+
+// The files of the command line checked before anything is opened.
+QString runFilesRefusal(const kelvary::CommandFields& fields, const QString& printTo) {
+    using namespace kelvary;
+    const QString application = applicationFileRefusal(fields.applicationFile);
+    if (!application.isEmpty()) return application;
+    const RunFiles own{app::path(), fields.applicationFile, intake::siblingDatabaseOf(fields.applicationFile)};
+    for (const QString& target : {fields.pdfFile, printTo}) {
+        const QString refusal = outputTargetRefusal(target, own);
+        if (!refusal.isEmpty()) return refusal;
+    }
+    return {};
+}
+
 // The folder named by --home or KELVARY_HOME, else the program's own, or
 // for an installed copy the user's folder made ready from it. Empty when
-// that folder cannot be made; the user has then been told why.
+// that folder cannot be used; the user has then been told why.
 QString workingFolder(const kelvary::CommandLine& cl) {
     using namespace kelvary;
     const QString named = namedFolder(cl);
-    if (!named.isEmpty()) return named;
+    if (!named.isEmpty()) {
+        const QString refusal = namedFolderRefusal(named);
+        if (refusal.isEmpty()) return named;
+        refuseCommandLine(refusal);
+        return {};
+    }
     const ProgramFolderChoice choice =
         chooseProgramFolder(QCoreApplication::applicationDirPath(),
                             QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
@@ -99,10 +145,20 @@ QString askForApplicationFile() {
 
 int main(int argc, char** argv) {
     using namespace kelvary;
-    const CommandLineResult parsed = parseCommandLine(argumentsOf(argc, argv));
+    const QStringList arguments = argumentsOf(argc, argv);
+    const CommandLineResult parsed = parseCommandLine(arguments);
     if (!parsed.commandLine) {
-        print(stderr, QStringLiteral("kelvary: %1\n").arg(parsed.error));
-        return ExitUsage;
+        const bool batch = arguments.contains(QStringLiteral("--batch")) || arguments.contains(QStringLiteral("-batch"));
+        if (batch || !displayAvailable()) {
+            print(stderr, QStringLiteral("kelvary: %1\n").arg(parsed.error));
+            return ExitUsage;
+        }
+        QApplication application(argc, argv);
+        installFontSubstitutions();
+        setUserInterface(std::make_unique<QtUserInterface>());
+        const int status = refuseCommandLine(parsed.error);
+        setUserInterface(nullptr);
+        return status;
     }
     const CommandLine& cl = *parsed.commandLine;
     if (cl.showHelp) {
@@ -139,7 +195,7 @@ int main(int argc, char** argv) {
         ~PortRelease() { setUserInterface(nullptr); }
     } portRelease;
     const QString home = workingFolder(cl);
-    if (home.isEmpty()) return ExitError;
+    if (home.isEmpty()) return namedFolder(cl).isEmpty() ? ExitError : ExitUsage;
     app::setPath(home);
     if (cl.parentText) app::setCommandLine(*cl.parentText);
     setBatchOptions(cl.batch);
@@ -150,6 +206,9 @@ int main(int argc, char** argv) {
         if (applicationFile.isEmpty()) return ExitNoOutput;
     }
     setOptionFields(CommandFields{applicationFile, cl.pdfFile, cl.agent, cl.mode});
+    const QString refusal =
+        runFilesRefusal(cl.parentText ? parentTextFields(*cl.parentText) : optionFields(), cl.batch.printTo);
+    if (!refusal.isEmpty()) return refuseCommandLine(refusal);
     Main();
     return runExitStatus();
 }

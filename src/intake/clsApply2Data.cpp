@@ -13,12 +13,14 @@
 #include "db/mdlFunctionDatabase.h"
 #include "intake/ApplicationFile.h"
 #include "intake/ApplicationFlags.h"
+#include "platform/Recordset.h"
 #include "platform/SequentialInput.h"
 #include "platform/VbError.h"
 #include "startup/mdlFunctionStandard.h"
 
 #include <QDate>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 #include <array>
@@ -76,6 +78,38 @@ void requireValueFitsType(const QString& column, const Variant& value, int field
     }
 }
 
+// The statement would name a column tmpAPData does not have, or one twice;
+// the database would refuse it in its own words.
+void requireKnownColumnsOnce(const QList<DocDataRecord>& records) {
+    const Recordset table = gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where 1=0"));
+    QSet<QString> seen;
+    for (const DocDataRecord& record : records) {
+        if (!table.isNothing() && !table.hasField(record.column))
+            throw VbError(vberr::ItemNotFound, docDataPlace(record.column) +
+                                                   QStringLiteral("は申請書の項目にありません。申請書データを書き込めません。"));
+        if (seen.contains(record.column.toLower()))
+            throw VbError(vberr::InvalidProcedureCall,
+                          docDataPlace(record.column) +
+                              QStringLiteral("が2回書かれています。どちらの値が正しいかわからないため、申請書データを書き込めません。"));
+        seen.insert(record.column.toLower());
+    }
+}
+
+// UserData.ini holds one value a line: a line break inside a value would
+// start new lines there, and a "[" after it a new section.
+Variant withoutLineBreaks(const QString& key, const Variant& value) {
+    if (!value.isString()) return value;
+    QString text = value.text();
+    if (!text.contains(QLatin1Char('\r')) && !text.contains(QLatin1Char('\n'))) return value;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    text.replace(QLatin1Char('\r'), QLatin1Char(' '));
+    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    gMsgbox(0, QStringLiteral("申請書データ [UserInfo] の ") + key +
+                   QStringLiteral(" に改行が含まれていたため、改行を空白に置き換えました。\r\n") + text,
+            QStringLiteral("情報"));
+    return Variant(text);
+}
+
 }  // namespace
 
 std::int32_t clsApply2Data::LoadData(const QString& file) {
@@ -121,6 +155,7 @@ void clsApply2Data::mLoadAPData() {
             }
         }
 
+        requireKnownColumnsOnce(records);
         clsSqlText sql;
         for (DocDataRecord& record : records) sql.SetData(record.column, record.value, record.fieldType);
         sql.SetTable(QStringLiteral("tmpAPData"));
@@ -142,13 +177,18 @@ void clsApply2Data::mLoadUserInfo() {
     try {
         SequentialInput file(mstrAnlFile);
         mstrSearchHeader(QStringLiteral("[UserInfo]"), file);
+        QStringList known{QStringLiteral("Representation"), QStringLiteral("SinseiType")};
+        for (const char* key : kUserInfoKeys) known << QLatin1String(key);
+        intake::SectionKeyCheck keys(QStringLiteral("[UserInfo]"), known, QStringLiteral("mLoadUserInfo"));
         while (!file.eof()) {
+            const int line = file.lineNumber();
             const QList<Variant> record = intake::readRecord(file, 3);
             if (intake::isEndRecord(record)) break;
+            keys.check(record[0], line);
             const QString key = record[0].text();
             const Variant& value = record[1];
             if (std::find(kUserInfoKeys.begin(), kUserInfoKeys.end(), key) != kUserInfoKeys.end())
-                gWriteIniData(key, value, QStringLiteral("UserInfo"));
+                gWriteIniData(key, withoutLineBreaks(key, value), QStringLiteral("UserInfo"));
             else if (key == QLatin1String("Representation"))
                 gblnRepresentation = value.text() == QLatin1String("Representation");
             else if (key == QLatin1String("SinseiType"))
