@@ -39,11 +39,13 @@ QPen penOf(double widthMm, Qt::PenStyle style = Qt::SolidLine) {
 }
 
 // Breaks one line so that no piece is wider than width. Japanese text has no
-// spaces to break at, so the break falls between any two characters.
-QStringList wrapLine(const QString& line, const QFontMetricsF& metrics, double width) {
+// spaces to break at, so the break falls between any two characters. Pieces
+// beyond maxPieces would fall off the page; they are not measured.
+QStringList wrapLine(const QString& line, const QFontMetricsF& metrics, double width, qsizetype maxPieces) {
     QStringList pieces;
     QString current;
     for (const QChar c : line) {
+        if (pieces.size() >= maxPieces) return pieces;
         if (!current.isEmpty() && metrics.horizontalAdvance(current + c) > width) {
             pieces << current;
             current.clear();
@@ -71,12 +73,21 @@ void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, cons
     const QFontMetricsF metrics(font, painter.device());
     const double indentWidth = indent * font.pixelSize();
 
-    QStringList lines;
-    for (const QString& line : text.split(QRegularExpression(QStringLiteral("\r\n|\r|\n")))) {
-        if (style.wrap) lines << wrapLine(line, metrics, rect.width() - indentWidth);
-        else lines << line;
-    }
     const double lineHeight = style.lineHeight > 0 ? units(style.lineHeight) : metrics.lineSpacing();
+    // A text far longer than any box (a field of megabytes) is cut to what
+    // could reach across the largest page (A3, 420 mm a side): no glyph is
+    // narrower than a quarter of the font size, and no more lines than the
+    // page is high are drawn.
+    const double page = units(420.0);
+    const auto pageLines = static_cast<qsizetype>(page / std::max(lineHeight, 1.0)) + 2;
+    const auto pageChars = static_cast<qsizetype>(4.0 * page / std::max(font.pixelSize(), 1)) + 2;
+    QStringList lines;
+    for (const QString& line : QStringView(text).left(pageLines * pageChars).toString().split(
+             QRegularExpression(QStringLiteral("\r\n|\r|\n")))) {
+        if (lines.size() >= pageLines) break;
+        if (style.wrap) lines << wrapLine(line, metrics, rect.width() - indentWidth, pageLines - lines.size());
+        else lines << line.left(pageChars);
+    }
     const double total = lineHeight * lines.size();
     double y = rect.top();
     if (style.valign == VAlign::Middle) y += (rect.height() - total) / 2;

@@ -61,12 +61,17 @@ bool nameTooLong(const QString& path) {
     return false;
 }
 
+// Where the target lies in the program folder, relative to it; empty when
+// outside. Asked both as written (Temp may be a link to elsewhere) and with
+// links resolved (the target or a folder on its way may be a link into it).
 QString programFolderPart(const QString& target, const QString& programFolder) {
-    const QString root = QFileInfo(programFolder).canonicalFilePath();
-    if (root.isEmpty()) return {};
-    const QString place = placeOf(target);
-    if (!place.startsWith(root + QLatin1Char('/'))) return {};
-    return place.mid(root.size() + 1);
+    const auto relative = [](const QString& root, const QString& place) {
+        return !root.isEmpty() && place.startsWith(root + QLatin1Char('/')) ? place.mid(root.size() + 1) : QString();
+    };
+    const QString written = relative(QDir::cleanPath(QFileInfo(programFolder).absoluteFilePath()),
+                                     QDir::cleanPath(QFileInfo(target).absoluteFilePath()));
+    if (!written.isEmpty()) return written;
+    return relative(QFileInfo(programFolder).canonicalFilePath(), placeOf(target));
 }
 
 QString refused(const QString& target, const QString& what) {
@@ -115,13 +120,6 @@ QString outputTargetRefusal(const QString& target, const RunFiles& own) {
     for (const char* name : kProgramFiles)
         if (part == QLatin1String(name))
             return refused(target, QStringLiteral("プログラムのファイル ") + QLatin1String(name));
-    // A PDF of an earlier run beside the program may be replaced; anything
-    // else there belongs to the program.
-    if (kind == FileKind::Regular) {
-        QFile file(target);
-        if (!file.open(QIODevice::ReadOnly) || !file.read(5).startsWith("%PDF-"))
-            return refused(target, QStringLiteral("プログラムフォルダーにある PDF ではないファイル"));
-    }
     return {};
 }
 

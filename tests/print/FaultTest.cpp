@@ -338,13 +338,13 @@ TEST_F(Fault, PdfOnADiskThatFillsUpIsReportedAndTheEarlierPdfStays) {
     const QString folder = file("small-disk");
     ASSERT_TRUE(QDir().mkpath(folder));
     // The sample's pages take well over 100 KiB; the disk holds 64 KiB.
-    const FullDiskRun run = runKelvaryOnFullDisk(folder, 64 * 1024, QStringLiteral("out.pdf"), "%PDF-1.4 the user's earlier PDF",
+    const FullDiskRun run = runKelvaryOnFullDisk(folder, 64 * 1024, QStringLiteral("out.pdf"), "the user's earlier PDF",
                                                  arguments(folder + QStringLiteral("/out.pdf")));
     EXPECT_EQ(run.process.exitCode, kError);
     expectReported(run.process, QStringLiteral("PDFファイル「") + folder +
                                     QStringLiteral("/out.pdf」を保存できません。ディスクの空き容量を確認してください。"));
     EXPECT_EQ(run.filesLeft, QStringList{QStringLiteral("out.pdf")});  // no half-written temporary
-    EXPECT_EQ(run.fileLeft, QByteArray("%PDF-1.4 the user's earlier PDF"));
+    EXPECT_EQ(run.fileLeft, QByteArray("the user's earlier PDF"));
     expectKept();
 }
 
@@ -622,4 +622,22 @@ TEST_F(Fault, LineBreakInAUserDetailBecomesABlankAndKeepsTheSettingsSectioned) {
     EXPECT_FALSE(ini.contains("\n[System]"));
     EXPECT_FALSE(ini.contains("\nUserClass=1"));
     EXPECT_TRUE(ini.contains("\nUserClass=0"));
+}
+
+TEST_F(Fault, RemarksOfTenMegabytesEndTheRunWithItsMessage) {
+    // "あ" (CP932 82 A0) five million times: 10 MB where a few hundred bytes are expected.
+    const QByteArray sample = readFile(sampleApp());
+    const qsizetype start = sample.indexOf("\"Remarks\",");
+    ASSERT_GE(start, 0);
+    const qsizetype end = sample.indexOf("\r\n", start);
+    const QByteArray remarks = "\"Remarks\",\"" + QByteArray(5 * 1024 * 1024, '\0').replace('\0', "\x82\xa0") + "\",2";
+    const QString large = file("sample/remarks.dat");
+    writeFile(large, sample.left(start) + remarks + sample.mid(end));
+    keep(QStringList{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/remarks.dat")});
+    const ProcessResult r = runKelvary(arguments(pdf(), large));
+    EXPECT_EQ(r.exitCode, kError);
+    // 10 MB of Remarks, with the other fields of the second application symbol.
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("内容： QRコードに収まらないデータ量です。（ApplyDoc2、")))
+        << r.standardError.left(2000).toStdString();
+    expectKept();
 }

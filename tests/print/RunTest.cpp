@@ -132,7 +132,7 @@ TEST_F(SampleRun, SecondInstanceIsRefusedWithoutTouchingTheDatabase) {
     const QByteArray before = database.readAll();
     database.close();
 
-    const ProcessResult r = run({"--mode", "3", sampleApp()});
+    const ProcessResult r = run({"--mode", "3", "--pdf", home.file("out.pdf"), sampleApp()});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 情報\n既にKelvaryは、起動しています。\n--- OK\n")))
         << r.standardError.toStdString();
@@ -226,7 +226,7 @@ TEST_F(SampleRun, AMissingLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
 }
 
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
-    const ProcessResult r = run({"--mode", "3", home.file("no-such.dat")});
+    const ProcessResult r = run({"--mode", "3", "--pdf", home.file("out.pdf"), home.file("no-such.dat")});
     EXPECT_EQ(r.exitCode, 3);
     EXPECT_TRUE(r.standardError.contains(QStringLiteral("エラーが発生しました"))) << r.standardError.toStdString();
     EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblIndex"), QStringList{"0"});
