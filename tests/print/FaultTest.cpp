@@ -641,3 +641,54 @@ TEST_F(Fault, RemarksOfTenMegabytesEndTheRunWithItsMessage) {
         << r.standardError.left(2000).toStdString();
     expectKept();
 }
+
+TEST_F(Fault, SiblingThatIsAFolderAFifoOrHalfWrittenIsNamedForWhatItIs) {
+    const QString sibling = file("sample/Ledra.mdb");
+    const QString cannotRead = QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。");
+    const QString goesOn = QStringLiteral(" 財務諸表データのない申請として続けます。");
+    const QByteArray whole = readFile(sibling);
+    const auto expectNamed = [&](const QString& message) {
+        QFile::remove(file("Temp/kelvary.log"));
+        // A FIFO opened for reading would wait for a writer for ever.
+        const ProcessResult r = runKelvary(arguments(pdf()), 20000);
+        EXPECT_EQ(r.exitCode, kError);
+        expectReported(r, cannotRead + message + goesOn);
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+        expectKept();
+    };
+    keep(QStringList{QStringLiteral("UserData.ini"), QStringLiteral("out.pdf")});
+    {
+        SCOPED_TRACE("a folder");
+        ASSERT_TRUE(QFile::remove(sibling));
+        ASSERT_TRUE(QDir().mkpath(sibling));
+        expectNamed(QStringLiteral("'") + sibling + QStringLiteral("' はフォルダーです。データベースファイルではありません。"));
+        ASSERT_TRUE(QDir().rmdir(sibling));
+    }
+    {
+        SCOPED_TRACE("a FIFO");
+        makeFifo(sibling);
+        expectNamed(QStringLiteral("'") + sibling + QStringLiteral("' は名前付きパイプ (FIFO)です。データベースファイルではありません。"));
+        ASSERT_TRUE(QFile::remove(sibling));
+    }
+    {
+        SCOPED_TRACE("a rollback journal left by a write that stopped");
+        const QString writing = file("sample/writing.mdb");
+        writeFile(writing, whole);
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(QFile::encodeName(writing).constData(), &db), SQLITE_OK);
+        // A cache of two pages spills the update into the file half-way.
+        EXPECT_EQ(sqlite3_exec(db, "PRAGMA journal_mode=DELETE; PRAGMA cache_size=2; BEGIN; "
+                                   "UPDATE P_FSItemData SET ItemName = ItemName || 'x';",
+                               nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        // The database and its journal as the writing program left them when it stopped.
+        ASSERT_TRUE(QFile::copy(writing, sibling));
+        ASSERT_TRUE(QFile::copy(writing + QStringLiteral("-journal"), sibling + QStringLiteral("-journal")));
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(db);
+        keep({QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/Ledra.mdb-journal")});
+        expectNamed(QStringLiteral("データベース '") + sibling +
+                    QStringLiteral("' は書き込みの途中で中断されたままです (ジャーナルファイル '") + sibling +
+                    QStringLiteral("-journal' が残っています)。作成したプログラムで一度開いて修復してから、もう一度実行してください。"));
+    }
+}
