@@ -5,6 +5,7 @@
 #include "db/clsSqlText.h"
 #include "db/mdlFunctionDatabase.h"
 #include "platform/AppObject.h"
+#include "platform/Cp932.h"
 #include "platform/VbError.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlVersion.h"
@@ -62,6 +63,31 @@ void reportColumnsMissingFromSource(const QString& source, const Recordset& rs, 
             ShowErrMsg(QStringLiteral("mCopyZaimuData"), 0);
         }
     }
+}
+
+// A text of the sibling database (SQLite keeps any Unicode) may hold a
+// character the payloads' code page cannot carry: 𠮷, an emoji, a no-break
+// space. The agency would read "?" there; the working copy holds that "?",
+// so the pages show what the agency reads, and the user is told once per
+// table and column which characters they were.
+Variant carriedValue(const QString& source, const QString& column, const Variant& value) {
+    if (!value.isString()) return value;
+    const QStringList lost = cp932Uncarriable(value.text());
+    if (lost.isEmpty()) return value;
+    QString text = value.text();
+    for (const QString& character : lost) text.replace(character, QStringLiteral("?"));
+    static QSet<QString> reported;
+    const QString key = source + QLatin1Char('.') + column;
+    if (!reported.contains(key)) {
+        reported.insert(key);
+        gMsgbox(0,
+                QStringLiteral("財務諸表データ (Ledra.mdb) のテーブル ") + source + QStringLiteral(" の項目 ") + column +
+                    QStringLiteral(" に、QRコードの文字コード (Shift_JIS) で表せない文字「") +
+                    lost.join(QStringLiteral("」「")) +
+                    QStringLiteral("」があります。審査機関には「?」として届くため、書類にも「?」と印字します。"),
+                QStringLiteral("文字の置き換え"));
+    }
+    return Variant(text);
 }
 
 void mReplaceFixedAssetsSub(std::int32_t indexId, int first, int second) {
@@ -152,7 +178,8 @@ void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
                     } else if (name.compare(QStringLiteral("FSDataCode"), Qt::CaseInsensitive) == 0) {
                         sql.SetData(name, Variant::fromLong(indexId), fieldType, adoType);
                     } else if (targetHas[static_cast<size_t>(i)]) {
-                        sql.SetData(name, rs.value(i), fieldType, adoType);
+                        sql.SetData(name, carriedValue(QString::fromLatin1(pair.source), name, rs.value(i)), fieldType,
+                                    adoType);
                     }
                 }
                 sql.SetTable(target);

@@ -6,6 +6,7 @@
 // earlier PDF) byte for byte as they were.
 #include "support/ConnectedHome.h"
 #include "support/Restricted.h"
+#include "qr/QrHome.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
@@ -691,4 +692,35 @@ TEST_F(Fault, SiblingThatIsAFolderAFifoOrHalfWrittenIsNamedForWhatItIs) {
                     QStringLiteral("' は書き込みの途中で中断されたままです (ジャーナルファイル '") + sibling +
                     QStringLiteral("-journal' が残っています)。作成したプログラムで一度開いて修復してから、もう一度実行してください。"));
     }
+}
+
+TEST_F(Fault, CharactersTheCodePageCannotCarryAreNamedOncePerFieldAndPrintedAsTheAgencyReadsThem) {
+    const QString sibling = file("sample/Ledra.mdb");
+    {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(QFile::encodeName(sibling).constData(), &db), SQLITE_OK);
+        // 吉野 then 𠮷 (U+20BB7), an emoji (U+1F600) and a no-break space (U+00A0), then 注記.
+        EXPECT_EQ(sqlite3_exec(db, "UPDATE T_FSNote SET Other = '吉野𠮷😀' || char(160) || '注記'", nullptr, nullptr,
+                               nullptr),
+                  SQLITE_OK)
+            << sqlite3_errmsg(db);
+        sqlite3_close(db);
+    }
+    keep(QStringList{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb")});
+    const ProcessResult r = runKelvary(arguments(pdf()));
+    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+    // Three periods hold the note; it is named once.
+    const QString message = QStringLiteral(
+        "=== 0 文字の置き換え\n財務諸表データ (Ledra.mdb) のテーブル T_FSNote の項目 Other に、"
+        "QRコードの文字コード (Shift_JIS) で表せない文字「𠮷」「😀」「\u00a0」があります。"
+        "審査機関には「?」として届くため、書類にも「?」と印字します。\n--- OK\n");
+    EXPECT_EQ(r.standardError.count(message), 1) << r.standardError.toStdString();
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 0 文字の置き換え")), 1);
+    // The symbol of the notes reads back with one "?" for each: 吉野 is 8B 67 96 EC, 注記 92 8D 8B 4C.
+    QByteArray symbol;
+    for (const QString& name : QDir(file("Temp")).entryList({QStringLiteral("NListData0_*.bmp")}, QDir::Files))
+        symbol += zbarDecode(file("Temp/") + name);
+    EXPECT_TRUE(symbol.contains(",\"Other\",\"" + hexBytes("8B 67 96 EC 3F 3F 3F 92 8D 8B 4C") + "\"\r\n"))
+        << symbol.toHex(' ').toStdString();
+    expectKept();
 }
