@@ -191,6 +191,19 @@ TEST_F(SampleRun, EarlierEditionMarksThePeriodWhoseStatementsFail) {
     EXPECT_FALSE(pages[1].contains(QStringLiteral("※")));   // the application itself passed
 }
 
+TEST_F(SampleRun, EarlierEditionStartedForASendFileSaysOnceThatItPrints) {
+    const QString earlier = writeEarlierApplication(home);
+    const ProcessResult r = run({"--mode", "3", "--periods", "all", "--yes", "--pdf", home.file("sent.pdf"),
+                                 "--print-to", home.file("printed.pdf"), earlier});
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 0 情報\nこの申請書は平成20年4月1日より前の様式です。"
+                                                   "この様式の書類は送信ファイルを作成できないため、用紙に印刷します。\n--- OK\n")),
+              1)
+        << r.standardError.toStdString();
+    EXPECT_EQ(r.exitCode, 0);
+    EXPECT_TRUE(fileBytes(home.file("printed.pdf")).startsWith("%PDF-"));
+    EXPECT_FALSE(QFile::exists(home.file("sent.pdf")));
+}
+
 TEST_F(SampleRun, PrintingIntoAFileGivesTheSamePagesAsThePdfMode) {
     ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("sent.pdf"), sampleApp()}).exitCode, 0);
     ASSERT_EQ(run({"--mode", "1", "--periods", "all", "--print-to", home.file("printed.pdf"), sampleApp()}).exitCode, 0);
