@@ -12,15 +12,12 @@
 #include "startup/mdlFunctionApplication.h"
 #include "startup/ProgramFolder.h"
 #include "startup/RunFiles.h"
-#include "platform/StrConv.h"
-#include "intake/ApplicationFile.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlSubMain.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QFont>
 #include <QStandardPaths>
 #include <QStringList>
@@ -77,43 +74,6 @@ int writeProof(int argc, char** argv, const kelvary::CommandLine& cl) {
         return ExitError;
     }
     return ExitOutput;
-}
-
-// What is wrong with the folder --home or KELVARY_HOME names; empty when
-// the run may work there. Only an installed copy may be read-only: it is
-// never written to.
-QString namedFolderRefusal(const QString& folder) {
-    using namespace kelvary;
-    const QString named = QStringLiteral("プログラムフォルダー「") + QDir::toNativeSeparators(folder) + QStringLiteral("」");
-    const QFileInfo info(folder);
-    if (!info.exists()) return named + QStringLiteral("が見つかりません。");
-    if (!info.isDir()) return named + QStringLiteral("はフォルダーではありません。");
-    if (!info.isWritable() && !QFileInfo::exists(folder + QLatin1Char('/') + QLatin1String(kInstalledMark)))
-        return named + QStringLiteral("に書き込めません。フォルダーに書き込む権限があるか確認してください。");
-    return {};
-}
-
-// Fields 1 and 2 as gCommandGet will split the parent's one text; its
-// mistakes are left for gCommandGet itself to report, once.
-kelvary::CommandFields parentTextFields(const QString& parentText) {
-    using namespace kelvary;
-    const QString text = vbStrConv(parentText.trimmed(), vbLowerCase + vbNarrow);
-    if (!text.contains(QLatin1Char('/'))) return {text, {}, {}, {}};
-    const QStringList parts = text.split(QLatin1Char('/'));
-    return {parts.value(1), parts.value(2), {}, {}};
-}
-
-// The files of the command line checked before anything is opened.
-QString runFilesRefusal(const kelvary::CommandFields& fields, const QString& printTo) {
-    using namespace kelvary;
-    const QString application = applicationFileRefusal(fields.applicationFile);
-    if (!application.isEmpty()) return application;
-    const RunFiles own{app::path(), fields.applicationFile, intake::siblingDatabaseOf(fields.applicationFile)};
-    for (const QString& target : {fields.pdfFile, printTo}) {
-        const QString refusal = outputTargetRefusal(target, own);
-        if (!refusal.isEmpty()) return refusal;
-    }
-    return {};
 }
 
 // The folder named by --home or KELVARY_HOME, else the program's own, or
@@ -207,7 +167,7 @@ int main(int argc, char** argv) {
     }
     setOptionFields(CommandFields{applicationFile, cl.pdfFile, cl.agent, cl.mode});
     const QString refusal =
-        runFilesRefusal(cl.parentText ? parentTextFields(*cl.parentText) : optionFields(), cl.batch.printTo);
+        runFilesRefusal(cl.parentText ? parentTextFields(*cl.parentText) : optionFields(), cl.batch.printTo, home);
     if (!refusal.isEmpty()) return refuseCommandLine(refusal);
     Main();
     return runExitStatus();

@@ -3,6 +3,8 @@
 #include "startup/RunFiles.h"
 
 #include "intake/ApplicationFile.h"
+#include "platform/StrConv.h"
+#include "startup/ProgramFolder.h"
 #include "platform/SequentialInput.h"
 
 #include <QDir>
@@ -120,6 +122,34 @@ QString outputTargetRefusal(const QString& target, const RunFiles& own) {
     for (const char* name : kProgramFiles)
         if (part == QLatin1String(name))
             return refused(target, QStringLiteral("プログラムのファイル ") + QLatin1String(name));
+    return {};
+}
+
+QString namedFolderRefusal(const QString& folder) {
+    const QString named = QStringLiteral("プログラムフォルダー「") + QDir::toNativeSeparators(folder) + QStringLiteral("」");
+    const QFileInfo info(folder);
+    if (!info.exists()) return named + QStringLiteral("が見つかりません。");
+    if (!info.isDir()) return named + QStringLiteral("はフォルダーではありません。");
+    if (!info.isWritable() && !QFileInfo::exists(folder + QLatin1Char('/') + QLatin1String(kInstalledMark)))
+        return named + QStringLiteral("に書き込めません。フォルダーに書き込む権限があるか確認してください。");
+    return {};
+}
+
+CommandFields parentTextFields(const QString& parentText) {
+    const QString text = vbStrConv(parentText.trimmed(), vbLowerCase + vbNarrow);
+    if (!text.contains(QLatin1Char('/'))) return {text, {}, {}, {}};
+    const QStringList parts = text.split(QLatin1Char('/'));
+    return {parts.value(1), parts.value(2), {}, {}};
+}
+
+QString runFilesRefusal(const CommandFields& fields, const QString& printTo, const QString& programFolder) {
+    const QString application = applicationFileRefusal(fields.applicationFile);
+    if (!application.isEmpty()) return application;
+    const RunFiles own{programFolder, fields.applicationFile, intake::siblingDatabaseOf(fields.applicationFile)};
+    for (const QString& target : {fields.pdfFile, printTo}) {
+        const QString refusal = outputTargetRefusal(target, own);
+        if (!refusal.isEmpty()) return refusal;
+    }
     return {};
 }
 
