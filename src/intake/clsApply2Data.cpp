@@ -78,21 +78,32 @@ void requireValueFitsType(const QString& column, const Variant& value, int field
     }
 }
 
-// The statement would name a column tmpAPData does not have, or one twice;
-// the database would refuse it in its own words.
-void requireKnownColumnsOnce(const QList<DocDataRecord>& records) {
+// A column tmpAPData does not have, or one named twice, would make the
+// database refuse the whole statement in its own words, and every later step
+// would fail for want of the application record. Each such record is named
+// once and left out; the others are written.
+QList<DocDataRecord> knownColumnsOnce(const QList<DocDataRecord>& records) {
     const Recordset table = gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where 1=0"));
+    QList<DocDataRecord> kept;
     QSet<QString> seen;
     for (const DocDataRecord& record : records) {
+        QString problem;
         if (!table.isNothing() && !table.hasField(record.column))
-            throw VbError(vberr::ItemNotFound, docDataPlace(record.column) +
-                                                   QStringLiteral("は申請書の項目にありません。申請書データを書き込めません。"));
-        if (seen.contains(record.column.toLower()))
-            throw VbError(vberr::InvalidProcedureCall,
-                          docDataPlace(record.column) +
-                              QStringLiteral("が2回書かれています。どちらの値が正しいかわからないため、申請書データを書き込めません。"));
-        seen.insert(record.column.toLower());
+            problem = QStringLiteral("は申請書の項目にありません。この項目は読み込まずに続けます。");
+        else if (seen.contains(record.column.toLower()))
+            problem = QStringLiteral("が2回書かれています。最初の値を使い、2回目の値は読み込まずに続けます。");
+        if (problem.isEmpty()) {
+            seen.insert(record.column.toLower());
+            kept << record;
+            continue;
+        }
+        try {
+            throw VbError(vberr::ItemNotFound, docDataPlace(record.column) + problem);
+        } catch (...) {
+            ShowErrMsg(QStringLiteral("mLoadAPData"), 0);
+        }
     }
+    return kept;
 }
 
 // UserData.ini holds one value a line: a line break inside a value would
@@ -155,9 +166,9 @@ void clsApply2Data::mLoadAPData() {
             }
         }
 
-        requireKnownColumnsOnce(records);
         clsSqlText sql;
-        for (DocDataRecord& record : records) sql.SetData(record.column, record.value, record.fieldType);
+        QList<DocDataRecord> written = knownColumnsOnce(records);
+        for (DocDataRecord& record : written) sql.SetData(record.column, record.value, record.fieldType);
         sql.SetTable(QStringLiteral("tmpAPData"));
         if (!sql.GetInsertSql().contains(QLatin1String("EnforceDate")))
             sql.SetData(QStringLiteral("EnforceDate"), Variant(kDefaultEnforceDate), enmDate);
