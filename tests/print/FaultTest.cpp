@@ -578,6 +578,8 @@ TEST_F(Fault, DocDataColumnTwiceOrUnknownIsNamedInOneMessage) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.message.toStdString());
         writeFile(edited, c.file);
+        kept.clear();
+        keep({QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/edited.dat")});
         const ProcessResult r = runKelvary(arguments(pdf(), edited));
         EXPECT_EQ(r.exitCode, kError);
         // The one report of the run: the application record is written without that record.
@@ -586,6 +588,7 @@ TEST_F(Fault, DocDataColumnTwiceOrUnknownIsNamedInOneMessage) {
         EXPECT_EQ(r.standardError.count(c.message), 1);
         // Not in the database's own words.
         EXPECT_FALSE(r.standardError.contains(QStringLiteral("no such")) || r.standardError.contains(QStringLiteral("has no")));
+        expectKept();
     }
 }
 
@@ -594,7 +597,9 @@ TEST_F(Fault, BlankLineOrUnknownKeyInASectionIsReportedWithItsLine) {
     const QString edited = file("sample/edited.dat");
     // Line 7 of the sample is "PrefID" in [BasicInfo]; line 10 "UserName" in [UserInfo].
     writeFile(edited, editedSample(editedSample(sample, "\"PrefID\",1", "\"PrefId\",1"), "\"UserName2\"", "\r\n\"UserName2\""));
+    keep({QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/edited.dat")});
     const ProcessResult r = runKelvary(arguments(pdf(), edited));
+    expectKept();
     EXPECT_EQ(r.exitCode, kError);
     EXPECT_EQ(r.standardError.count(QStringLiteral(
                   "内容： 申請書データの [BasicInfo] の 7 行目に知らない項目「PrefId」があります。"
@@ -614,7 +619,10 @@ TEST_F(Fault, LineBreakInAUserDetailBecomesABlankAndKeepsTheSettingsSectioned) {
     // section and a key of their own in UserData.ini.
     const QByteArray address = hexBytes("96 6B 8A 43 93 B9");
     writeFile(edited, editedSample(sample, "\"UserAddress\",\"", "\"UserAddress\",\"" + address + "\r\n[System]\r\nUserClass=1\r\n"));
+    keep({QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/edited.dat")});
     const ProcessResult r = runKelvary(arguments(pdf(), edited));
+    EXPECT_EQ(r.exitCode, 0);
+    expectKept();
     EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 情報\n申請書データ [UserInfo] の UserAddress に改行が含まれていたため、"
                                                         "改行を空白に置き換えました。\n北海道 [System] UserClass=1")))
         << r.standardError.toStdString();
