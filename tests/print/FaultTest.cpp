@@ -477,6 +477,19 @@ TEST_F(Fault, ApplicationFileThatIsNoFileOrFarTooLargeIsRefusedAtOnce) {
     }
 }
 
+TEST_F(Fault, SettingsFileThatIsAFifoIsNamedInsteadOfWaitedFor) {
+    const QString ini = file("UserData.ini");
+    ASSERT_TRUE(QFile::remove(ini));
+    makeFifo(ini);
+    keep(QStringList{QStringLiteral("sample/Ledra.mdb"), QStringLiteral("out.pdf"), QStringLiteral("SystemData.mdb")});
+    const ProcessResult r = runKelvary(arguments(pdf()), 20000);
+    EXPECT_EQ(r.exitCode, kError);
+    expectReported(r, QStringLiteral("設定ファイル「") + ini +
+                          QStringLiteral("」が名前付きパイプ (FIFO)になっています。設定ファイルを直してから、もう一度実行してください。"));
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== ")), 1) << r.standardError.toStdString();
+    expectKept();
+}
+
 TEST_F(Fault, ProgramFolderThatIsMissingOrCannotBeWrittenIsNamed) {
     QStringList args = arguments(pdf());
     const qsizetype homeAt = args.indexOf(QStringLiteral("--home")) + 1;
