@@ -13,6 +13,7 @@
 #include "startup/RunOutcome.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/ProgramFolder.h"
+#include "startup/RunFiles.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlSubMain.h"
 
@@ -78,11 +79,16 @@ int writeProof(int argc, char** argv, const kelvary::CommandLine& cl) {
 
 // The folder named by --home or KELVARY_HOME, else the program's own, or
 // for an installed copy the user's folder made ready from it. Empty when
-// that folder cannot be made; the user has then been told why.
+// that folder cannot be used; the user has then been told why.
 QString workingFolder(const kelvary::CommandLine& cl) {
     using namespace kelvary;
     const QString named = namedFolder(cl);
-    if (!named.isEmpty()) return named;
+    if (!named.isEmpty()) {
+        const QString refusal = namedFolderRefusal(named);
+        if (refusal.isEmpty()) return named;
+        refuseCommandLine(refusal);
+        return {};
+    }
     const ProgramFolderChoice choice =
         chooseProgramFolder(QCoreApplication::applicationDirPath(),
                             QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
@@ -105,10 +111,20 @@ int writeQtTexts(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace kelvary;
-    const CommandLineResult parsed = parseCommandLine(argumentsOf(argc, argv));
+    const QStringList arguments = argumentsOf(argc, argv);
+    const CommandLineResult parsed = parseCommandLine(arguments);
     if (!parsed.commandLine) {
-        print(stderr, QStringLiteral("kelvary: %1\n").arg(parsed.error));
-        return ExitUsage;
+        const bool batch = arguments.contains(QStringLiteral("--batch")) || arguments.contains(QStringLiteral("-batch"));
+        if (batch || !displayAvailable()) {
+            print(stderr, QStringLiteral("kelvary: %1\n").arg(parsed.error));
+            return ExitUsage;
+        }
+        QApplication application(argc, argv);
+        installFontSubstitutions();
+        setUserInterface(std::make_unique<QtUserInterface>());
+        const int status = refuseCommandLine(parsed.error);
+        setUserInterface(nullptr);
+        return status;
     }
     const CommandLine& cl = *parsed.commandLine;
     if (cl.showHelp) {
@@ -147,7 +163,7 @@ int main(int argc, char** argv) {
         ~PortRelease() { setUserInterface(nullptr); }
     } portRelease;
     const QString home = workingFolder(cl);
-    if (home.isEmpty()) return ExitError;
+    if (home.isEmpty()) return namedFolder(cl).isEmpty() ? ExitError : ExitUsage;
     app::setPath(home);
     if (cl.parentText) app::setCommandLine(*cl.parentText);
     setBatchOptions(cl.batch);
@@ -160,6 +176,9 @@ int main(int argc, char** argv) {
         if (applicationFile.isEmpty()) return ExitNoOutput;
     }
     setOptionFields(CommandFields{applicationFile, cl.pdfFile, cl.agent, cl.mode});
+    const QString refusal =
+        runFilesRefusal(cl.parentText ? parentTextFields(*cl.parentText) : optionFields(), cl.batch.printTo, home);
+    if (!refusal.isEmpty()) return refuseCommandLine(refusal);
     Main();
     return runExitStatus();
 }

@@ -9,6 +9,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace kelvary::intake {
 
@@ -26,5 +27,33 @@ QString searchHeader(SequentialInput& file, const QString& header);
 QList<Variant> readRecord(SequentialInput& file, int fieldCount);
 
 bool isEndRecord(const QList<Variant>& record);
+
+// Reports, through the error display in mode 0 with the given place, the
+// first record of a section whose key is blank (a blank line, which shifts
+// every later record) or not one the section knows. Later ones in the same
+// section are not reported again.
+class SectionKeyCheck {
+public:
+    SectionKeyCheck(QString section, QStringList knownKeys, QString place);
+    void check(const Variant& key, int line);
+
+private:
+    QString section_;
+    QStringList knownKeys_;
+    QString place_;
+    bool reported_ = false;
+};
+
+// A folder or program path as the parent program writes it: backslashes are
+// separators, and a relative path is taken from baseFolder (the folder of the
+// application data file, so an application and its Ledra.mdb travel together).
+QString resolvedPath(const QString& value, const QString& baseFolder);
+
+// The sibling database the file's [BasicInfo] names through LedraDataPath;
+// empty when it names none or the file cannot be read.
+QString siblingDatabaseOf(const QString& applicationFile);
+
+// True when the bytes hold a "[BasicInfo]" or "[DocData]" header line.
+bool hasApplicationSections(const QByteArray& bytes);
 
 }  // namespace kelvary::intake

@@ -40,14 +40,6 @@ void underTrap(const char* place, int mode, Body&& body) {
     }
 }
 
-QString resolvedPath(const QString& value, const QString& baseFolder) {
-    if (value.isEmpty()) return {};
-    QString path = value;
-    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    if (QDir::isRelativePath(path)) path = QDir::cleanPath(QDir(baseFolder).filePath(path));
-    return path;
-}
-
 QString withClosingSeparator(QString folder) {
     if (!folder.isEmpty() && !folder.endsWith(QLatin1Char('/'))) folder += QLatin1Char('/');
     return folder;
@@ -73,9 +65,16 @@ void clsAnlBasicInfo::LoadData(const QString& file) {
         SequentialInput input(file);
         const QString baseFolder = QFileInfo(file).absolutePath();
         mstrSearchHeader(QStringLiteral("[BasicInfo]"), input);
+        intake::SectionKeyCheck keys(QStringLiteral("[BasicInfo]"),
+                                     {QStringLiteral("ApplyDataID"), QStringLiteral("ZaimuDataPath"),
+                                      QStringLiteral("ExcelDataFolder"), QStringLiteral("LedraDataPath"),
+                                      QStringLiteral("LedraProgram"), QStringLiteral("PrefID")},
+                                     QStringLiteral("LoadData"));
         while (!input.eof()) {
+            const int line = input.lineNumber();
             const QList<Variant> record = intake::readRecord(input, 2);
             if (intake::isEndRecord(record)) break;
+            keys.check(record[0], line);
             const QString key = record[0].text();
             const Variant& value = record[1];
             if (key == QLatin1String("ApplyDataID"))
@@ -85,9 +84,9 @@ void clsAnlBasicInfo::LoadData(const QString& file) {
             else if (key == QLatin1String("ExcelDataFolder"))
                 mstrExcelDataFolder = value.text();
             else if (key == QLatin1String("LedraDataPath"))
-                mstrLedraDataPath = withClosingSeparator(resolvedPath(value.text(), baseFolder));
+                mstrLedraDataPath = withClosingSeparator(intake::resolvedPath(value.text(), baseFolder));
             else if (key == QLatin1String("LedraProgram"))
-                mstrLedraProgram = resolvedPath(value.text(), baseFolder);
+                mstrLedraProgram = intake::resolvedPath(value.text(), baseFolder);
             else if (key == QLatin1String("PrefID"))
                 mlngPrefID = value.toLong();
         }

@@ -13,12 +13,14 @@
 #include "db/mdlFunctionDatabase.h"
 #include "intake/ApplicationFile.h"
 #include "intake/ApplicationFlags.h"
+#include "platform/Recordset.h"
 #include "platform/SequentialInput.h"
 #include "platform/VbError.h"
 #include "startup/mdlFunctionStandard.h"
 
 #include <QDate>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 #include <array>
@@ -76,6 +78,49 @@ void requireValueFitsType(const QString& column, const Variant& value, int field
     }
 }
 
+// A column tmpAPData does not have, or one named twice, would make the
+// database refuse the whole statement in its own words, and every later step
+// would fail for want of the application record. Each such record is named
+// once and left out; the others are written.
+QList<DocDataRecord> knownColumnsOnce(const QList<DocDataRecord>& records) {
+    const Recordset table = gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where 1=0"));
+    QList<DocDataRecord> kept;
+    QSet<QString> seen;
+    for (const DocDataRecord& record : records) {
+        QString problem;
+        if (!table.isNothing() && !table.hasField(record.column))
+            problem = QStringLiteral("は申請書の項目にありません。この項目は読み込まずに続けます。");
+        else if (seen.contains(record.column.toLower()))
+            problem = QStringLiteral("が2回書かれています。最初の値を使い、2回目の値は読み込まずに続けます。");
+        if (problem.isEmpty()) {
+            seen.insert(record.column.toLower());
+            kept << record;
+            continue;
+        }
+        try {
+            throw VbError(vberr::ItemNotFound, docDataPlace(record.column) + problem);
+        } catch (...) {
+            ShowErrMsg(QStringLiteral("mLoadAPData"), 0);
+        }
+    }
+    return kept;
+}
+
+// UserData.ini holds one value a line: a line break inside a value would
+// start new lines there, and a "[" after it a new section.
+Variant withoutLineBreaks(const QString& key, const Variant& value) {
+    if (!value.isString()) return value;
+    QString text = value.text();
+    if (!text.contains(QLatin1Char('\r')) && !text.contains(QLatin1Char('\n'))) return value;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    text.replace(QLatin1Char('\r'), QLatin1Char(' '));
+    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    gMsgbox(0, QStringLiteral("申請書データ [UserInfo] の ") + key +
+                   QStringLiteral(" に改行が含まれていたため、改行を空白に置き換えました。\r\n") + text,
+            QStringLiteral("情報"));
+    return Variant(text);
+}
+
 }  // namespace
 
 std::int32_t clsApply2Data::LoadData(const QString& file) {
@@ -122,7 +167,8 @@ void clsApply2Data::mLoadAPData() {
         }
 
         clsSqlText sql;
-        for (DocDataRecord& record : records) sql.SetData(record.column, record.value, record.fieldType);
+        QList<DocDataRecord> written = knownColumnsOnce(records);
+        for (DocDataRecord& record : written) sql.SetData(record.column, record.value, record.fieldType);
         sql.SetTable(QStringLiteral("tmpAPData"));
         if (!sql.GetInsertSql().contains(QLatin1String("EnforceDate")))
             sql.SetData(QStringLiteral("EnforceDate"), Variant(kDefaultEnforceDate), enmDate);
@@ -142,13 +188,18 @@ void clsApply2Data::mLoadUserInfo() {
     try {
         SequentialInput file(mstrAnlFile);
         mstrSearchHeader(QStringLiteral("[UserInfo]"), file);
+        QStringList known{QStringLiteral("Representation"), QStringLiteral("SinseiType")};
+        for (const char* key : kUserInfoKeys) known << QLatin1String(key);
+        intake::SectionKeyCheck keys(QStringLiteral("[UserInfo]"), known, QStringLiteral("mLoadUserInfo"));
         while (!file.eof()) {
+            const int line = file.lineNumber();
             const QList<Variant> record = intake::readRecord(file, 3);
             if (intake::isEndRecord(record)) break;
+            keys.check(record[0], line);
             const QString key = record[0].text();
             const Variant& value = record[1];
             if (std::find(kUserInfoKeys.begin(), kUserInfoKeys.end(), key) != kUserInfoKeys.end())
-                gWriteIniData(key, value, QStringLiteral("UserInfo"));
+                gWriteIniData(key, withoutLineBreaks(key, value), QStringLiteral("UserInfo"));
             else if (key == QLatin1String("Representation"))
                 gblnRepresentation = value.text() == QLatin1String("Representation");
             else if (key == QLatin1String("SinseiType"))

@@ -115,6 +115,21 @@ QByteArray cp932Encode(const QString& text) {
     return bytes;
 }
 
+QStringList cp932Uncarriable(const QString& text) {
+    QStringList found;
+    // Most texts are carried whole: one conversion tells, without a
+    // conversion per character.
+    if (cp932Encode(text).count('?') == text.count(QLatin1Char('?'))) return found;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const qsizetype length = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+        const QString character = text.mid(i, length);
+        i += length - 1;
+        if (character != QLatin1String("?") && cp932Encode(character) == "?" && !found.contains(character))
+            found << character;
+    }
+    return found;
+}
+
 QString cp932Decode(const QByteArray& bytes) {
     QString text;
     if (!decodeWith(converter(Decoding::Lenient), bytes, text)) {

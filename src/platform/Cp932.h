@@ -6,11 +6,15 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace kelvary {
 
 // Characters outside CP932 become "?", as Windows' conversion does.
 QByteArray cp932Encode(const QString& text);
+// The characters of the text, each once, that CP932 cannot carry (that
+// cp932Encode turns into "?"); empty when it carries them all.
+QStringList cp932Uncarriable(const QString& text);
 QString cp932Decode(const QByteArray& bytes);
 // Length in CP932 bytes: a full-width character counts 2.
 long cp932ByteLength(const QString& text);

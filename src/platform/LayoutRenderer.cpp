@@ -53,6 +53,7 @@ QStringList wrapLine(const QString& line, const QFontMetricsF& metrics, double w
     QStringList pieces;
     QString current;
     for (const QChar c : line) {
+        if (pieces.size() >= maxPieces) return pieces;
         if (!current.isEmpty() && metrics.horizontalAdvance(current + c) > width) {
             pieces << current;
             current.clear();
@@ -114,17 +115,21 @@ constexpr double kSmallestFieldPoints = 4.0;
 TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont& font, double lineHeight,
                         const QRectF& rect, int indent, const QPaintDevice* device) {
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
-    const QStringList paragraphs = text.split(lineBreak);
+    // Enough lines to overflow any box: one more than fit at the smallest size.
+    const int layoutSize = font.pixelSize();
+    const int smallest = std::min(layoutSize, std::max(1, static_cast<int>(std::lround(units(kSmallestFieldPoints * 25.4 / 72.0)))));
+    const qsizetype cap = static_cast<qsizetype>(rect.height() / (lineHeight * smallest / layoutSize)) + 2;
+    // A text far longer than the box can show (a field of megabytes) is cut to
+    // what could reach into it at the smallest size, where no glyph is
+    // narrower than a quarter of the size: nothing beyond is split or measured.
+    const qsizetype lineChars = static_cast<qsizetype>(4.0 * rect.width() / smallest) + 2;
+    const QStringList paragraphs = QStringView(text).left(cap * lineChars).toString().split(lineBreak);
     const auto at = [&](int pixelSize, qsizetype maxLines) {
         QFont sized = font;
         sized.setPixelSize(pixelSize);
         return setText(paragraphs, style, sized, lineHeight * pixelSize / font.pixelSize(), rect, indent, device,
                        maxLines);
     };
-    // Enough lines to overflow any box: one more than fit at the smallest size.
-    const int layoutSize = font.pixelSize();
-    const int smallest = std::min(layoutSize, std::max(1, static_cast<int>(std::lround(units(kSmallestFieldPoints * 25.4 / 72.0)))));
-    const qsizetype cap = static_cast<qsizetype>(rect.height() / (lineHeight * smallest / layoutSize)) + 2;
     TextLayout best = at(layoutSize, cap);
     if (insideBox(best, rect, device)) return best;
     // The largest size that fits, between the smallest and the layout's own.

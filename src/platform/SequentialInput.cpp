@@ -14,12 +14,19 @@
 
 #include <limits>
 
+#include <sys/stat.h>
+
 namespace kelvary {
 namespace {
 
 constexpr long kPathFileAccessError = 75;
 
 QString quoted(const QString& path) { return QStringLiteral("「") + path + QStringLiteral("」"); }
+
+QString tooLargeMessage(const QString& path) {
+    return QStringLiteral("ファイル") + quoted(path) + QStringLiteral("は大きすぎます。読み込めるのは ") +
+           QString::number(kLargestTextFile / (1024 * 1024)) + QStringLiteral(" MB までです。");
+}
 
 bool isBlank(QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\t'); }
 
@@ -46,19 +53,25 @@ bool looksLikeUtf8(const QByteArray& bytes) {
 QByteArray readAllBytes(const QString& path) {
     if (path.isEmpty())
         throw VbError(kPathFileAccessError, QStringLiteral("ファイル名が指定されていません。"));
-    const QFileInfo info(path);
-    if (info.isDir())
-        throw VbError(kPathFileAccessError,
-                      quoted(path) + QStringLiteral("はフォルダーです。ファイルを指定してください。"));
-    if (!info.exists())
+    // Asked before the file is opened: opening a FIFO waits for a writer,
+    // and a device such as /dev/zero never ends.
+    const FileKind kind = fileKindOf(path);
+    if (kind == FileKind::Missing)
         throw VbError(vberr::FileNotFound, QStringLiteral("ファイル") + quoted(path) +
                                                QStringLiteral("が見つかりません。"));
+    if (kind != FileKind::Regular)
+        throw VbError(kPathFileAccessError, quoted(path) + QStringLiteral("は") + fileKindName(kind) +
+                                                QStringLiteral("です。ファイルを指定してください。"));
+    if (QFileInfo(path).size() > kLargestTextFile)
+        throw VbError(vberr::OutOfMemory, tooLargeMessage(path));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw VbError(vberr::PermissionDenied, QStringLiteral("ファイル") + quoted(path) +
                                                    QStringLiteral("を読み込めません。(") +
                                                    file.errorString() + QStringLiteral(")"));
-    QByteArray bytes = file.readAll();
+    // Bounded even when the file grows while it is read.
+    QByteArray bytes = file.read(kLargestTextFile + 1);
+    if (bytes.size() > kLargestTextFile) throw VbError(vberr::OutOfMemory, tooLargeMessage(path));
     if (file.error() != QFileDevice::NoError)
         throw VbError(vberr::PermissionDenied, QStringLiteral("ファイル") + quoted(path) +
                                                    QStringLiteral("を読み込めません。(") +
@@ -149,6 +162,32 @@ Variant unquotedValue(const QString& raw) {
 
 }  // namespace
 
+FileKind fileKindOf(const QString& path) {
+    struct stat st {};
+    if (::stat(QFile::encodeName(path).constData(), &st) != 0) {
+        struct stat link {};
+        return ::lstat(QFile::encodeName(path).constData(), &link) == 0 ? FileKind::DanglingLink : FileKind::Missing;
+    }
+    if (S_ISREG(st.st_mode)) return FileKind::Regular;
+    if (S_ISDIR(st.st_mode)) return FileKind::Folder;
+    if (S_ISFIFO(st.st_mode)) return FileKind::Fifo;
+    if (S_ISSOCK(st.st_mode)) return FileKind::Socket;
+    return FileKind::Device;
+}
+
+QString fileKindName(FileKind kind) {
+    switch (kind) {
+    case FileKind::Regular: return QStringLiteral("ファイル");
+    case FileKind::Folder: return QStringLiteral("フォルダー");
+    case FileKind::Fifo: return QStringLiteral("名前付きパイプ (FIFO)");
+    case FileKind::Socket: return QStringLiteral("ソケット");
+    case FileKind::Device: return QStringLiteral("デバイス");
+    case FileKind::DanglingLink: return QStringLiteral("リンク先のないシンボリックリンク");
+    case FileKind::Missing: break;
+    }
+    return QStringLiteral("存在しないファイル");
+}
+
 SequentialInput::SequentialInput(const QString& path) : path_(path), text_(decodeText(path, readAllBytes(path))) {}
 
 bool SequentialInput::atLineBreak() const {
@@ -219,6 +258,17 @@ Variant SequentialInput::input() {
             skipLineBreak();
     }
     return unquotedValue(raw);
+}
+
+int SequentialInput::lineNumber() const {
+    // Counted on from where it was last asked, since reads only go forward.
+    for (; countedTo_ < position_ && countedTo_ < text_.size(); ++countedTo_) {
+        const QChar c = text_.at(countedTo_);
+        const bool crLf = c == QLatin1Char('\r') && countedTo_ + 1 < text_.size() &&
+                          text_.at(countedTo_ + 1) == QLatin1Char('\n');
+        if (c == QLatin1Char('\n') || (c == QLatin1Char('\r') && !crLf)) ++countedLines_;
+    }
+    return countedLines_ + 1;
 }
 
 QString SequentialInput::lineInput() {

@@ -12,10 +12,21 @@
 
 namespace kelvary {
 
+// No text file the program reads comes near this size; a larger one is
+// refused instead of read.
+inline constexpr qint64 kLargestTextFile = 16 * 1024 * 1024;
+
+// What a path names, following symbolic links.
+enum class FileKind { Missing, Regular, Folder, Fifo, Socket, Device, DanglingLink };
+FileKind fileKindOf(const QString& path);
+// The kind in words for a message ("フォルダー", "デバイス" ...).
+QString fileKindName(FileKind kind);
+
 class SequentialInput {
 public:
-    // Opens and decodes the file. Raises VbError: 75 for an empty path or a
-    // folder, 53 for a missing file, 70 for one that cannot be read, 62 for
+    // Opens and decodes the file. Raises VbError: 75 for an empty path or
+    // anything but a regular file (a folder, FIFO, device), 53 for a missing
+    // file, 7 for one larger than kLargestTextFile, 70 for one that cannot be read, 62 for
     // an empty file or one cut off inside a character, 54 for a binary file
     // or one that is not CP932 text (UTF-8 Japanese, for example).
     explicit SequentialInput(const QString& path);
@@ -38,6 +49,9 @@ public:
     // Raises VbError 62 at the end of the file.
     QString lineInput();
 
+    // The line, counted from 1, at which the next read begins.
+    int lineNumber() const;
+
 private:
     QChar peek() const { return text_.at(position_); }
     bool atLineBreak() const;
@@ -49,6 +63,8 @@ private:
     QString path_;
     QString text_;
     qsizetype position_ = 0;
+    mutable qsizetype countedTo_ = 0;
+    mutable int countedLines_ = 0;
 };
 
 }  // namespace kelvary

@@ -4,6 +4,7 @@
 #include "platform/SqliteConnection.h"
 
 #include "platform/JetDatabase.h"
+#include "platform/SequentialInput.h"
 #include "platform/SqliteValues.h"
 #include "platform/VbError.h"
 
@@ -93,9 +94,13 @@ Statement prepare(sqlite3* db, const QString& sql, const QList<Variant>& paramet
 }  // namespace
 
 void SqliteConnection::requireDatabaseFile(const QString& path) {
-    const QFileInfo info(path);
-    if (path.isEmpty() || !info.isFile())
+    // Asked before anything opens it: opening a FIFO would wait for ever.
+    const FileKind kind = path.isEmpty() ? FileKind::Missing : fileKindOf(path);
+    if (kind == FileKind::Missing)
         raiseDatabase(QStringLiteral("ファイル '%1' が見つかりません。").arg(shownPath(path)));
+    if (kind != FileKind::Regular)
+        raiseDatabase(QStringLiteral("'%1' は%2です。データベースファイルではありません。")
+                          .arg(shownPath(path), fileKindName(kind)));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         raiseDatabase(QStringLiteral("ファイル '%1' を開けません。(%2)")
@@ -110,6 +115,14 @@ void SqliteConnection::requireDatabaseFile(const QString& path) {
 void SqliteConnection::requireReadableDatabase(const QString& path) {
     requireDatabaseFile(path);
     const QString absolute = QFileInfo(path).absoluteFilePath();
+    // A rollback journal left by a program that stopped in the middle of a
+    // write: only a program that writes the database may roll it back, and
+    // this one reads it only, so the half-written file cannot be read here.
+    const auto hotJournal = [&] {
+        return raiseDatabase(QStringLiteral("データベース '%1' は書き込みの途中で中断されたままです (ジャーナルファイル '%2' が残っています)。"
+                                            "作成したプログラムで一度開いて修復してから、もう一度実行してください。")
+                                 .arg(shownPath(absolute), shownPath(absolute + QStringLiteral("-journal"))));
+    };
     const QString uri = QUrl::fromLocalFile(absolute).toString(QUrl::FullyEncoded) + QStringLiteral("?mode=ro");
     sqlite3* raw = nullptr;
     const int opened = sqlite3_open_v2(uri.toUtf8().constData(), &raw, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr);
@@ -127,6 +140,7 @@ void SqliteConnection::requireReadableDatabase(const QString& path) {
             if (finding == QLatin1String("ok")) return;
         }
     }
+    if (db && sqlite3_extended_errcode(db.get()) == SQLITE_READONLY_ROLLBACK) hotJournal();
     if (result == SQLITE_BUSY || result == SQLITE_LOCKED)
         raiseDatabase(QStringLiteral("データベース '%1' は他のプログラムが使用中です。"
                                      "そのプログラムを終了してから、もう一度実行してください。")

@@ -5,12 +5,15 @@
 #include "db/clsSqlText.h"
 #include "db/mdlFunctionDatabase.h"
 #include "platform/AppObject.h"
+#include "platform/Cp932.h"
 #include "platform/VbError.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlVersion.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
 
 #include <vector>
 
@@ -38,6 +41,54 @@ const CopyPair kCopyPairs[] = {
     {"T_FSCapitalRow", "TmpFSCapitalRow"},
     {"T_FSCapitalCol", "TmpFSCapitalCol"},
 };
+
+// The working copies have exactly the columns the sibling program's tables
+// are meant to have. A column the sibling database lacks (a file of an older
+// version of that program) would reach the payloads as empty values without a
+// word: it is reported as the item missing from an older data file, once per
+// table and column in the run, however many periods are copied.
+void reportColumnsMissingFromSource(const QString& source, const Recordset& rs, const QString& target) {
+    static QSet<QString> reported;
+    const Recordset working = openOrThrow(QStringLiteral("Select * From ") + target + QStringLiteral(" Where 1=0"));
+    for (int i = 0; i < working.fieldCount(); ++i) {
+        const QString& column = working.fieldName(i);
+        const QString key = source + QLatin1Char('.') + column;
+        if (reported.contains(key) || rs.hasField(column)) continue;
+        reported.insert(key);
+        try {
+            throw VbError(vberr::ItemNotFound, QStringLiteral("財務諸表データ (Ledra.mdb) のテーブル ") + source +
+                                                   QStringLiteral(" に項目 ") + column +
+                                                   QStringLiteral(" がありません。この項目は空のまま出力されます。"));
+        } catch (...) {
+            ShowErrMsg(QStringLiteral("mCopyZaimuData"), 0);
+        }
+    }
+}
+
+// A text of the sibling database (SQLite keeps any Unicode) may hold a
+// character the payloads' code page cannot carry: 𠮷, an emoji, a no-break
+// space. The agency would read "?" there; the working copy holds that "?",
+// so the pages show what the agency reads, and the user is told once per
+// table and column which characters they were.
+Variant carriedValue(const QString& source, const QString& column, const Variant& value) {
+    if (!value.isString()) return value;
+    const QStringList lost = cp932Uncarriable(value.text());
+    if (lost.isEmpty()) return value;
+    QString text = value.text();
+    for (const QString& character : lost) text.replace(character, QStringLiteral("?"));
+    static QSet<QString> reported;
+    const QString key = source + QLatin1Char('.') + column;
+    if (!reported.contains(key)) {
+        reported.insert(key);
+        gMsgbox(0,
+                QStringLiteral("財務諸表データ (Ledra.mdb) のテーブル ") + source + QStringLiteral(" の項目 ") + column +
+                    QStringLiteral(" に、QRコードの文字コード (Shift_JIS) で表せない文字「") +
+                    lost.join(QStringLiteral("」「")) +
+                    QStringLiteral("」があります。審査機関には「?」として届くため、書類にも「?」と印字します。"),
+                QStringLiteral("文字の置き換え"));
+    }
+    return Variant(text);
+}
 
 void mReplaceFixedAssetsSub(std::int32_t indexId, int first, int second) {
     try {
@@ -109,6 +160,7 @@ void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
             // Which source columns the working copy has does not change from
             // row to row: asked once per column, not once per value, it keeps a
             // large period from costing a statement per cell.
+            reportColumnsMissingFromSource(QString::fromLatin1(pair.source), rs, target);
             std::vector<bool> targetHas(static_cast<size_t>(rs.fieldCount()));
             for (int i = 0; i < rs.fieldCount() && !rs.eof(); ++i)
                 targetHas[static_cast<size_t>(i)] = mblnCheckExistField(target, rs.fieldName(i));
@@ -126,7 +178,8 @@ void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
                     } else if (name.compare(QStringLiteral("FSDataCode"), Qt::CaseInsensitive) == 0) {
                         sql.SetData(name, Variant::fromLong(indexId), fieldType, adoType);
                     } else if (targetHas[static_cast<size_t>(i)]) {
-                        sql.SetData(name, rs.value(i), fieldType, adoType);
+                        sql.SetData(name, carriedValue(QString::fromLatin1(pair.source), name, rs.value(i)), fieldType,
+                                    adoType);
                     }
                 }
                 sql.SetTable(target);
@@ -240,13 +293,17 @@ bool mClearTempFolder() {
                           QStringLiteral("作業フォルダー「") + QDir::toNativeSeparators(folder) +
                               QStringLiteral("」に書き込めません。QRコードを作成できません。"
                                              "フォルダーに書き込む権限があるか確認してください。"));
-        // The original matched "*.bmp" and "*.txt" without regard to case, so
-        // the payload copies named "….Txt" go too.
+        // Only what the program writes there goes: the symbol images, the
+        // payload copies beside them ("….bmp.Txt", in any case) and their
+        // half-written temporaries. Temp may be a link to a folder of the
+        // user's, or hold files the user put there; those stay.
+        static const QRegularExpression ownFile(
+            QStringLiteral("^(ApplyHeader|ApplyDoc[12]|ZaimuHeader\\d+|CapitalHeader\\d+|"
+                           "(ZaimuData|KamokuData|CapitalData|NListData)\\d+_\\d+)\\.bmp(\\.txt)?(\\.part)?$"),
+            QRegularExpression::CaseInsensitiveOption);
         QDir temp(folder);
-        for (const QString& name : temp.entryList(QDir::Files)) {
-            if ((name.endsWith(QStringLiteral(".bmp"), Qt::CaseInsensitive) ||
-                 name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)) &&
-                !temp.remove(name))
+        for (const QString& name : temp.entryList(QDir::Files | QDir::System | QDir::Hidden)) {
+            if (ownFile.match(name).hasMatch() && !temp.remove(name))
                 throw VbError(vberr::PermissionDenied, QStringLiteral("作業フォルダーの前回のファイル「") + name +
                                                            QStringLiteral("」を削除できません。"));
         }

@@ -6,9 +6,23 @@
 #include "print/ApplicationFormPages.h"
 #include "print/SupplementPages.h"
 #include "qr/clsQRCode.h"
+#include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
 
 namespace kelvary {
+
+// The earlier editions have no send file and no PDF form: they always print.
+// Started for a send file, the user is told so before the paper comes out.
+QString clsPrintMain::mOutputMode() {
+    QString fields[4];
+    gCommandGet(fields[0], fields[1], fields[2], fields[3]);
+    if (fields[3] == QLatin1String("3") || fields[3] == QLatin1String("4"))
+        gMsgbox(0,
+                QStringLiteral("この申請書は平成20年4月1日より前の様式です。"
+                               "この様式の書類は送信ファイルを作成できないため、用紙に印刷します。"),
+                QStringLiteral("情報"));
+    return QStringLiteral("1");
+}
 
 void clsPrintMain::mMakeApplicationPayloads(const QString& seed, long /*lastPeriod: no header payload*/) {
     clsQRCode qr;

@@ -9,7 +9,7 @@ namespace kelvary {
 
 class clsPrintMain : public PrintRun {
 protected:
-    QString mOutputMode() override { return QStringLiteral("1"); }
+    QString mOutputMode() override;
     void mMakeApplicationPayloads(const QString& seed, long lastPeriod) override;
     bool mCheckApplication() override;
     PeriodSymbolCounts mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) override;

@@ -89,6 +89,10 @@ QrCodePtr encodeSegments(const std::vector<QrSegment>& segments, QRecLevel level
 }  // namespace
 
 std::optional<QrSymbol> encodeSymbol(const QByteArray& cp932) {
+    // The largest symbol holds 2953 bytes, or 1817 Kanji (3634 bytes); the
+    // library would take its time to find that out about a text of megabytes.
+    constexpr qsizetype kMostBytesAnySymbolHolds = 3634;
+    if (cp932.size() > kMostBytesAnySymbolHolds) return std::nullopt;
     const std::vector<QrSegment> segments = splitSegments(cp932);
     EcLevel level = EcLevel::M;
     QrCodePtr code = encodeSegments(segments, QR_ECLEVEL_M);

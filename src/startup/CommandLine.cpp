@@ -2,8 +2,14 @@
 // started, so --help and --version answer at once.
 #include "startup/CommandLine.h"
 
+#include "startup/RunOutcome.h"
+#include "startup/UserInterface.h"
+#include "startup/mdlFunctionStandard.h"
+
 #include <QCommandLineParser>
 #include <QRegularExpression>
+
+#include <cstdio>
 
 namespace kelvary {
 namespace {
@@ -51,10 +57,25 @@ struct Options {
 QString checkBatchValues(const BatchOptions& b) {
     static const QRegularExpression periodList(QStringLiteral("^(newest|all|none|[1-9][0-9]*(,[1-9][0-9]*)*)$"));
     if (!periodList.match(b.periods).hasMatch())
-        return QStringLiteral("--periods takes newest, all, none or list positions such as 1,2");
+        return QStringLiteral("--periods には newest、all、none または 1,2 のような一覧の位置を指定してください。");
     if (!b.course.isEmpty() && b.course != QStringLiteral("1") && b.course != QStringLiteral("3"))
-        return QStringLiteral("--course takes 1 or 3");
+        return QStringLiteral("--course には 1 または 3 を指定してください。");
     return QString();
+}
+
+// QCommandLineParser says what went wrong in English; the user reads Japanese.
+QString inJapanese(const QString& parserError) {
+    static const QRegularExpression unknown(QStringLiteral("^Unknown options?:? (.*)\\.$"));
+    static const QRegularExpression missing(QStringLiteral("^Missing value after '(.*)'\\.$"));
+    static const QRegularExpression unexpected(QStringLiteral("^Unexpected value after '(.*)'\\.$"));
+    if (const auto m = unknown.match(parserError); m.hasMatch())
+        return QStringLiteral("不明なオプションがあります: ") + m.captured(1).remove(QLatin1Char('\'')) +
+               QStringLiteral("。使い方は --help で表示できます。");
+    if (const auto m = missing.match(parserError); m.hasMatch())
+        return QStringLiteral("オプション ") + m.captured(1) + QStringLiteral(" の値が指定されていません。");
+    if (const auto m = unexpected.match(parserError); m.hasMatch())
+        return QStringLiteral("オプション ") + m.captured(1) + QStringLiteral(" には値を指定できません。");
+    return QStringLiteral("コマンドラインが正しくありません: ") + parserError;
 }
 
 }  // namespace
@@ -64,7 +85,7 @@ CommandLineResult parseCommandLine(const QStringList& arguments) {
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     const Options o;
     o.addTo(parser);
-    if (!parser.parse(arguments)) return {std::nullopt, parser.errorText()};
+    if (!parser.parse(arguments)) return {std::nullopt, inJapanese(parser.errorText())};
 
     CommandLine c;
     c.showHelp = parser.isSet(o.help);
@@ -75,12 +96,16 @@ CommandLineResult parseCommandLine(const QStringList& arguments) {
         c.home = parser.value(o.home);
         c.proofLayout = parser.value(o.layoutProof);
         const QStringList rest = parser.positionalArguments();
-        if (rest.size() != 1) return {std::nullopt, QStringLiteral("--layout-proof NAME takes one output PDF file")};
+        if (rest.size() != 1)
+            return {std::nullopt, QStringLiteral("--layout-proof には出力する PDF ファイルを一つ指定してください。")};
         c.proofPdf = rest.front();
         return {c, QString()};
     }
 
     c.home = parser.value(o.home);
+    // An empty --home would quietly mean the executable's own folder.
+    if (parser.isSet(o.home) && c.home.isEmpty())
+        return {std::nullopt, QStringLiteral("--home にプログラムフォルダーが指定されていません。")};
     c.pdfFile = parser.value(o.pdf);
     c.agent = parser.isSet(o.agent) ? QStringLiteral("y") : QString();
     c.mode = parser.value(o.mode);
@@ -98,15 +123,24 @@ CommandLineResult parseCommandLine(const QStringList& arguments) {
     b.printTo = parser.value(o.printTo);
 
     const QStringList positional = parser.positionalArguments();
-    if (positional.size() > 1) return {std::nullopt, QStringLiteral("only one application file may be named")};
+    if (positional.size() > 1)
+        return {std::nullopt, QStringLiteral("申請データファイルは一つだけ指定してください。")};
     if (c.parentText && !positional.isEmpty())
-        return {std::nullopt, QStringLiteral("--command-line carries the application file itself; name no other")};
+        return {std::nullopt, QStringLiteral("--command-line の文字列に申請データファイルが含まれます。"
+                                             "ほかに申請データファイルを指定しないでください。")};
     // Started from the desktop menu there is no file yet; the user picks one.
-    if (!c.parentText && positional.isEmpty() && b.enabled)
-        return {std::nullopt, QStringLiteral("no application file named (see --help)")};
+    // A file named as "" is a mistake, not that start.
+    if (!c.parentText && (b.enabled || !positional.isEmpty()) &&
+        (positional.isEmpty() || positional.front().trimmed().isEmpty()))
+        return {std::nullopt, QStringLiteral("申請データファイルが指定されていません。使い方は --help で表示できます。")};
     if (!positional.isEmpty()) c.applicationFile = positional.front();
     if (!QStringList{"1", "2", "3", "4"}.contains(c.mode))
-        return {std::nullopt, QStringLiteral("--mode takes 1, 2, 3 or 4")};
+        return {std::nullopt, QStringLiteral("--mode には 1、2、3 または 4 を指定してください。")};
+    // Without a window nobody could be asked where the PDF goes.
+    if (b.enabled && !c.parentText && (c.mode == QLatin1String("3") || c.mode == QLatin1String("4")) &&
+        c.pdfFile.isEmpty())
+        return {std::nullopt, QStringLiteral("出力モード ") + c.mode +
+                                  QStringLiteral(" では --pdf で PDF ファイルを指定してください。")};
     const QString batchError = checkBatchValues(b);
     if (!batchError.isEmpty()) return {std::nullopt, batchError};
     return {c, QString()};
@@ -127,6 +161,13 @@ QString commandLineHelp() {
     QString text = parser.helpText();
     text.replace(QRegularExpression(QStringLiteral("^Usage: [^\\n]*\\n")), QStringLiteral("Usage: kelvary [options] APPLICATION_FILE\n"));
     return text;
+}
+
+int refuseCommandLine(const QString& message) {
+    const QByteArray line = (QStringLiteral("kelvary: ") + message + QLatin1Char('\n')).toUtf8();
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
+    if (!userInterface().isBatch()) gMsgbox(3, message, QStringLiteral("起動できません"));
+    return ExitUsage;
 }
 
 const CommandFields& optionFields() { return currentOptionFields(); }

@@ -53,6 +53,11 @@ struct CommandLineResult {
 CommandLineResult parseCommandLine(const QStringList& arguments);
 QString commandLineHelp();
 
+// A command line that cannot start a run: the sentence goes to standard
+// error and, in a desktop session, which has no terminal to read, into a
+// message box as well. Returns the exit status of a wrong command line.
+int refuseCommandLine(const QString& message);
+
 // The option fields of this run: what gCommandGet gives when the parent
 // program handed no one text.
 const CommandFields& optionFields();

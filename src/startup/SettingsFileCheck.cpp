@@ -15,6 +15,9 @@ QString settingsFileProblem(const QString& path) {
     if (!info.exists()) return {};
     const QString named = QStringLiteral("設定ファイル「") + QDir::toNativeSeparators(path) + QStringLiteral("」");
     if (info.isDir()) return named + QStringLiteral("がフォルダーになっています。");
+    // Opening a FIFO would wait for ever, and a device may never end.
+    if (const FileKind kind = fileKindOf(path); kind != FileKind::Regular)
+        return named + QStringLiteral("が") + fileKindName(kind) + QStringLiteral("になっています。");
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return named + QStringLiteral("を読み込めません。読み取る権限があるか確認してください。");

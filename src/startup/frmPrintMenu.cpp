@@ -342,7 +342,15 @@ void frmPrintMenu::cmdPrint_Click() {
             return;
         }
         if (fldPrintZaimuQR_->isChecked() && mlngCountSelected() == 0) {
-            gMsgbox(0, kNothingChosen, QStringLiteral("情報"));
+            // In send-file mode the box cannot be unticked: with no period
+            // at all, asking to tick something would be a dead end.
+            if (!fldPrintZaimuQR_->isEnabled() && dbgList_->count() == 0)
+                gMsgbox(0,
+                        QStringLiteral("送信ファイルを作成できる決算期のデータがありません。"
+                                       "財務諸表のプログラムでこの申請者の決算期のデータを作成してから、もう一度実行してください。"),
+                        QStringLiteral("情報"));
+            else
+                gMsgbox(0, kNothingChosen, QStringLiteral("情報"));
             return;
         }
         mSaveData();

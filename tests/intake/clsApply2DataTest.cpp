@@ -23,7 +23,6 @@ const QByteArray kUserInfo = "\"[UserInfo]\"\r\n"
                              "\"UserName\",\"" + hexBytes("8d b2 93 a1") + "\",\"\"\r\n"
                              "\"UserFax\",#NULL#,\"\"\r\n"
                              "\"UserID\",\"1234\",\"\"\r\n"
-                             "\"Unknown\",\"ignored\",\"\"\r\n"
                              "\"[End]\",\"\",\"\"\r\n";
 
 QByteArray docData(const QByteArray& records) {
@@ -63,7 +62,11 @@ TEST_F(Apply2DataTest, WritesOneRowWithTypedValuesAndTheDefaultEdition) {
 }
 
 TEST_F(Apply2DataTest, UserInfoGoesToTheSettingsFileInCp932) {
-    load(kBasicInfo + kUserInfo);
+    // A key the section does not know is named, and not written.
+    QByteArray userInfo = kUserInfo;
+    userInfo.replace("\"[End]\"", "\"Unknown\",\"ignored\",\"\"\r\n\"[End]\"");
+    load(kBasicInfo + userInfo);
+    EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mLoadUserInfo")});
     const QByteArray ini = home.read(QStringLiteral("UserData.ini"));
     EXPECT_TRUE(ini.contains("UserName=" + hexBytes("8d b2 93 a1") + "\r\n")) << ini.toStdString();
     EXPECT_TRUE(ini.contains("UserID=1234\r\n"));

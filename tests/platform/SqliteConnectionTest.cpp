@@ -57,7 +57,8 @@ TEST(SqliteConnection, RefusesFilesThatAreNotSqliteDatabases) {
     writeFile(almost, QByteArray("SQLite format 3!") + QByteArray(4096, '\0'));
     EXPECT_TRUE(openingError(almost).contains(QStringLiteral("読み取れるデータベースではありません")));
 
-    EXPECT_TRUE(openingError(dir.path()).contains(QStringLiteral("見つかりません")));
+    EXPECT_EQ(openingError(dir.path()),
+              QStringLiteral("'") + dir.path() + QStringLiteral("' はフォルダーです。データベースファイルではありません。"));
 }
 
 class SqliteConnectionTypes : public ::testing::Test {

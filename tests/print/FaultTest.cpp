@@ -6,12 +6,16 @@
 // earlier PDF) byte for byte as they were.
 #include "support/ConnectedHome.h"
 #include "support/Restricted.h"
+#include "qr/QrHome.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
 #include <QFile>
 
+#include <QFileInfo>
+
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -486,5 +490,376 @@ TEST_F(Fault, TempOnADiskThatFillsUpLeavesNoHalfWrittenSymbol) {
         }
         EXPECT_TRUE(name.endsWith(QStringLiteral(".bmp"))) << name.toStdString();
     }
+    expectKept();
+}
+
+namespace {
+
+// A program folder's own sample application, changed by one edit of its text.
+QByteArray editedSample(const QByteArray& sample, const QByteArray& before, const QByteArray& after) {
+    QByteArray edited = sample;
+    EXPECT_GE(edited.indexOf(before), 0) << before.toStdString();
+    edited.replace(edited.indexOf(before), before.size(), after);
+    return edited;
+}
+
+void makeFifo(const QString& path) { ASSERT_EQ(::mkfifo(QFile::encodeName(path).constData(), 0600), 0); }
+
+}  // namespace
+
+TEST_F(Fault, PdfTargetThatIsNoPlainFileOrOneOfTheRunsOwnIsRefusedBeforeTheRun) {
+    makeFifo(file("fifo"));
+    ASSERT_TRUE(QFile::link(file("sample/Ledra.mdb"), file("link-to-ledra.pdf")));
+    const QString refused = QStringLiteral("です。上書きすると元の内容が失われるため、処理を開始しません。別のファイル名を指定してください。");
+    const auto target = [&](const QString& path, const QString& what) {
+        return QStringLiteral("PDFファイルの出力先「") + path + QStringLiteral("」は") + what + refused;
+    };
+    const QString longName = file(QString(300, QLatin1Char('a')) + QStringLiteral(".pdf"));
+    struct Case {
+        QString option;
+        QString path;
+        QString message;
+    };
+    const Case cases[] = {
+        {"--pdf", file("sample/Ledra.mdb"), target(file("sample/Ledra.mdb"), "財務諸表データ (Ledra.mdb)")},
+        {"--pdf", file("link-to-ledra.pdf"), target(file("link-to-ledra.pdf"), "財務諸表データ (Ledra.mdb)")},
+        {"--pdf", sampleApp(), target(sampleApp(), "申請データファイル")},
+        {"--pdf", file("UserData.ini"), target(file("UserData.ini"), "プログラムのファイル UserData.ini")},
+        {"--pdf", file("SystemData.mdb"), target(file("SystemData.mdb"), "プログラムのファイル SystemData.mdb")},
+        {"--pdf", file("Temp/out.pdf"), target(file("Temp/out.pdf"), "プログラムフォルダーの Temp フォルダーの中")},
+        {"--pdf", file("DbtData0607K.txt"), target(file("DbtData0607K.txt"), "プログラムのファイル DbtData0607K.txt")},
+        {"--pdf", file("sample"), target(file("sample"), "フォルダー")},
+        {"--pdf", file("fifo"), target(file("fifo"), "名前付きパイプ (FIFO)")},
+        {"--pdf", QStringLiteral("/dev/null"), target(QStringLiteral("/dev/null"), "デバイス")},
+        {"--pdf", longName, QStringLiteral("ファイル名が長すぎます。PDFファイルの出力先「") + longName +
+                                QStringLiteral("」には、もっと短い名前を指定してください。")},
+        {"--print-to", file("sample/Ledra.mdb"), target(file("sample/Ledra.mdb"), "財務諸表データ (Ledra.mdb)")},
+    };
+    keep(kUserFiles + QStringList{QStringLiteral("sample/app.dat"), QStringLiteral("SystemData.mdb"),
+                                  QStringLiteral("DbtData0607K.txt")});
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.path.left(120).toStdString());
+        QStringList args = arguments(c.path);
+        if (c.option == QLatin1String("--print-to")) {
+            args[args.indexOf(QStringLiteral("3"))] = QStringLiteral("1");
+            args[args.indexOf(QStringLiteral("--pdf"))] = QStringLiteral("--print-to");
+        }
+        const ProcessResult r = runKelvary(args, 20000);
+        EXPECT_EQ(r.exitCode, 2);
+        EXPECT_EQ(r.standardError, QStringLiteral("kelvary: ") + c.message + QLatin1Char('\n'));
+        // Refused before the run: not even the log was opened.
+        EXPECT_FALSE(QFile::exists(file("Temp/kelvary.log")));
+        expectKept();
+    }
+    EXPECT_TRUE(QFileInfo(file("fifo")).isFile() == false && QFileInfo::exists(file("fifo")));
+
+    // An earlier PDF beside the program, and a link to a PDF elsewhere, are
+    // plain places for the output.
+    const QString elsewhere = file("sample/elsewhere.pdf");
+    ASSERT_TRUE(QFile::copy(pdf(), elsewhere));
+    ASSERT_TRUE(QFile::link(elsewhere, file("link.pdf")));
+    EXPECT_EQ(runKelvary(arguments(file("link.pdf"))).exitCode, 0);
+    EXPECT_EQ(runKelvary(arguments(pdf())).exitCode, 0);
+}
+
+TEST_F(Fault, ApplicationFileThatIsNoFileOrFarTooLargeIsRefusedAtOnce) {
+    makeFifo(file("sample/fifo.dat"));
+    const QString large = file("sample/large.dat");
+    writeFile(large, readFile(sampleApp()) + QByteArray(17 * 1024 * 1024, ' '));
+    const QString notes = file("sample/notes.txt");
+    writeFile(notes, "memo\r\nnothing of an application here\r\n");
+    const auto named = [](const QString& path) { return QStringLiteral("kelvary: 申請データファイル「") + path + QStringLiteral("」"); };
+    struct Case {
+        QString path;
+        QString message;
+    };
+    const Case cases[] = {
+        {file("sample/fifo.dat"), named(file("sample/fifo.dat")) + QStringLiteral("は名前付きパイプ (FIFO)です。申請データファイルを指定してください。\n")},
+        {QStringLiteral("/dev/zero"), named(QStringLiteral("/dev/zero")) + QStringLiteral("はデバイスです。申請データファイルを指定してください。\n")},
+        {file("sample"), named(file("sample")) + QStringLiteral("はフォルダーです。申請データファイルを指定してください。\n")},
+        {large, named(large) + QStringLiteral("は大きすぎます (") + QString::number(QFileInfo(large).size()) +
+                    QStringLiteral(" バイト)。申請データファイルとして読み込めるのは 16 MB までです。\n")},
+        {notes, named(notes) + QStringLiteral("は申請データファイルではありません。([BasicInfo] と [DocData] のどちらの見出しもありません)\n")},
+    };
+    keep(kUserFiles + QStringList{QStringLiteral("SystemData.mdb"), QStringLiteral("sample/notes.txt")});
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.path.toStdString());
+        // A FIFO or a device read to its end would never let the run finish.
+        const ProcessResult r = runKelvary(arguments(pdf(), c.path), 20000);
+        EXPECT_EQ(r.exitCode, 2);
+        EXPECT_EQ(r.standardError, c.message);
+        EXPECT_FALSE(QFile::exists(file("Temp/kelvary.log")));
+        expectKept();
+    }
+}
+
+TEST_F(Fault, SettingsFileThatIsAFifoIsNamedInsteadOfWaitedFor) {
+    const QString ini = file("UserData.ini");
+    ASSERT_TRUE(QFile::remove(ini));
+    makeFifo(ini);
+    keep(QStringList{QStringLiteral("sample/Ledra.mdb"), QStringLiteral("out.pdf"), QStringLiteral("SystemData.mdb")});
+    const ProcessResult r = runKelvary(arguments(pdf()), 20000);
+    EXPECT_EQ(r.exitCode, kError);
+    expectReported(r, QStringLiteral("設定ファイル「") + ini +
+                          QStringLiteral("」が名前付きパイプ (FIFO)になっています。設定ファイルを直してから、もう一度実行してください。"));
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== ")), 1) << r.standardError.toStdString();
+    expectKept();
+}
+
+TEST_F(Fault, ProgramFolderThatIsMissingOrCannotBeWrittenIsNamed) {
+    QStringList args = arguments(pdf());
+    const qsizetype homeAt = args.indexOf(QStringLiteral("--home")) + 1;
+    {
+        SCOPED_TRACE("missing");
+        args[homeAt] = file("no-such-folder");
+        const ProcessResult r = runKelvary(args);
+        EXPECT_EQ(r.exitCode, 2);
+        EXPECT_EQ(r.standardError, QStringLiteral("kelvary: プログラムフォルダー「") + file("no-such-folder") +
+                                       QStringLiteral("」が見つかりません。\n"));
+        EXPECT_FALSE(QFileInfo::exists(file("no-such-folder")));
+    }
+    {
+        SCOPED_TRACE("named as empty");
+        args[homeAt] = QString();
+        const ProcessResult r = runKelvary(args);
+        EXPECT_EQ(r.exitCode, 2);
+        EXPECT_EQ(r.standardError, QStringLiteral("kelvary: --home にプログラムフォルダーが指定されていません。\n"));
+    }
+    requireRestrictedRuns();
+    {
+        SCOPED_TRACE("not writable");
+        keep(kUserFiles + QStringList{QStringLiteral("SystemData.mdb")});
+        const ProcessResult r = runKelvaryWithout(Right::Write, home.path(), home.path(), arguments(pdf()));
+        EXPECT_EQ(r.exitCode, 2);
+        EXPECT_EQ(r.standardError, QStringLiteral("kelvary: プログラムフォルダー「") + home.path() +
+                                       QStringLiteral("」に書き込めません。フォルダーに書き込む権限があるか確認してください。\n"));
+        expectKept();
+    }
+}
+
+TEST_F(Fault, ClearingTempLeavesTheUsersOwnFilesThereAndBehindALink) {
+    // The user's files beside the program's symbols in Temp.
+    writeFile(file("Temp/photo.bmp"), "the user's picture");
+    writeFile(file("Temp/notes.TXT"), "the user's notes");
+    writeFile(file("Temp/ApplyDoc1.bmp.bak"), "the user's copy of a symbol");
+    keep(QStringList{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb"), QStringLiteral("Temp/photo.bmp"), QStringLiteral("Temp/notes.TXT"),
+                                  QStringLiteral("Temp/ApplyDoc1.bmp.bak")});
+    writeFile(file("Temp/ZaimuData7_3.bmp"), "a symbol of an earlier, longer run");
+    EXPECT_EQ(runKelvary(arguments(pdf())).exitCode, 0);
+    expectKept();
+    EXPECT_FALSE(QFile::exists(file("Temp/ZaimuData7_3.bmp")));
+
+    // Temp as a link to a folder of the user's.
+    const QString pictures = file("pictures");
+    ASSERT_TRUE(QDir().mkpath(pictures));
+    writeFile(pictures + QStringLiteral("/holiday.bmp"), "a holiday picture");
+    writeFile(pictures + QStringLiteral("/letter.txt"), "a letter");
+    ASSERT_TRUE(QDir(file("Temp")).removeRecursively());
+    ASSERT_TRUE(QFile::link(pictures, file("Temp")));
+    kept.clear();
+    keep(QStringList{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb"), QStringLiteral("pictures/holiday.bmp"), QStringLiteral("pictures/letter.txt")});
+    EXPECT_EQ(runKelvary(arguments(pdf())).exitCode, 0);
+    expectKept();
+    EXPECT_TRUE(QFile::exists(pictures + QStringLiteral("/ApplyDoc1.bmp")));
+}
+
+TEST_F(Fault, SiblingColumnsOfAnOlderVersionAreReportedOncePerTableAndColumn) {
+    const QString sibling = file("sample/Ledra.mdb");
+    {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(QFile::encodeName(sibling).constData(), &db), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(db, "ALTER TABLE P_FSItemData DROP COLUMN ItemValue; "
+                                   "ALTER TABLE T_FSNote DROP COLUMN PLRealSales;",
+                               nullptr, nullptr, nullptr),
+                  SQLITE_OK)
+            << sqlite3_errmsg(db);
+        sqlite3_close(db);
+    }
+    keep(kUserFiles);
+    const ProcessResult r = runKelvary(arguments(pdf()));
+    EXPECT_EQ(r.exitCode, kError);
+    // The sample has three periods; each column is named once.
+    const QString older = QStringLiteral("=== 3 エラーが発生しました\nデータファイルのバージョンが古いため必要な項目が足りません\n"
+                                         "場所： mCopyZaimuData\n\n番号： 3265\n\n内容： 財務諸表データ (Ledra.mdb) のテーブル ");
+    EXPECT_EQ(r.standardError.count(older + QStringLiteral("P_FSItemData に項目 ItemValue がありません。この項目は空のまま出力されます。\n")), 1)
+        << r.standardError.toStdString();
+    EXPECT_EQ(r.standardError.count(older + QStringLiteral("T_FSNote に項目 PLRealSales がありません。この項目は空のまま出力されます。\n")), 1);
+    EXPECT_EQ(r.standardError.count(QStringLiteral("番号： 3265")), 2);
+    expectKept();
+}
+
+TEST_F(Fault, DocDataColumnTwiceOrUnknownIsNamedInOneMessage) {
+    const QByteArray sample = readFile(sampleApp());
+    const QString edited = file("sample/edited.dat");
+    // "ContactName" and "Remark9" in the CP932 records of [DocData].
+    const QByteArray contact = "\"ContactName\",";
+    struct Case {
+        QByteArray file;
+        QString message;
+    };
+    const Case cases[] = {
+        {editedSample(sample, contact, "\"ContactName\",\"X\",2\r\n" + contact),
+         QStringLiteral("内容： 申請書データ [DocData] の項目「ContactName」が2回書かれています。"
+                        "最初の値を使い、2回目の値は読み込まずに続けます。\n")},
+        {editedSample(sample, contact, "\"Remark9\",\"X\",2\r\n" + contact),
+         QStringLiteral("内容： 申請書データ [DocData] の項目「Remark9」は申請書の項目にありません。この項目は読み込まずに続けます。\n")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.message.toStdString());
+        writeFile(edited, c.file);
+        kept.clear();
+        keep({QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/edited.dat")});
+        const ProcessResult r = runKelvary(arguments(pdf(), edited));
+        EXPECT_EQ(r.exitCode, kError);
+        // The one report of the run: the application record is written without that record.
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+        EXPECT_EQ(r.standardError.count(QStringLiteral("場所： mLoadAPData\n")), 1);
+        EXPECT_EQ(r.standardError.count(c.message), 1);
+        // Not in the database's own words.
+        EXPECT_FALSE(r.standardError.contains(QStringLiteral("no such")) || r.standardError.contains(QStringLiteral("has no")));
+        expectKept();
+    }
+}
+
+TEST_F(Fault, BlankLineOrUnknownKeyInASectionIsReportedWithItsLine) {
+    const QByteArray sample = readFile(sampleApp());
+    const QString edited = file("sample/edited.dat");
+    // Line 7 of the sample is "PrefID" in [BasicInfo]; line 10 "UserName" in [UserInfo].
+    writeFile(edited, editedSample(editedSample(sample, "\"PrefID\",1", "\"PrefId\",1"), "\"UserName2\"", "\r\n\"UserName2\""));
+    keep({QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/edited.dat")});
+    const ProcessResult r = runKelvary(arguments(pdf(), edited));
+    expectKept();
+    EXPECT_EQ(r.exitCode, kError);
+    EXPECT_EQ(r.standardError.count(QStringLiteral(
+                  "内容： 申請書データの [BasicInfo] の 7 行目に知らない項目「PrefId」があります。"
+                  "これ以降の項目が正しく読み込まれていない可能性があります。\n")),
+              1)
+        << r.standardError.toStdString();
+    EXPECT_EQ(r.standardError.count(QStringLiteral(
+                  "内容： 申請書データの [UserInfo] の 11 行目に空の行または項目名のない記録があります。"
+                  "これ以降の項目が正しく読み込まれていない可能性があります。\n")),
+              1);
+}
+
+TEST_F(Fault, LineBreakInAUserDetailBecomesABlankAndKeepsTheSettingsSectioned) {
+    const QByteArray sample = readFile(sampleApp());
+    const QString edited = file("sample/edited.dat");
+    // "北海道" (CP932 96 6B 8A 43 93 B9) then a line break and what would be a
+    // section and a key of their own in UserData.ini.
+    const QByteArray address = hexBytes("96 6B 8A 43 93 B9");
+    writeFile(edited, editedSample(sample, "\"UserAddress\",\"", "\"UserAddress\",\"" + address + "\r\n[System]\r\nUserClass=1\r\n"));
+    keep({QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/edited.dat")});
+    const ProcessResult r = runKelvary(arguments(pdf(), edited));
+    EXPECT_EQ(r.exitCode, 0);
+    expectKept();
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 情報\n申請書データ [UserInfo] の UserAddress に改行が含まれていたため、"
+                                                        "改行を空白に置き換えました。\n北海道 [System] UserClass=1")))
+        << r.standardError.toStdString();
+    const QByteArray ini = readFile(file("UserData.ini"));
+    EXPECT_TRUE(ini.contains("\r\nUserAddress=" + address + " [System] UserClass=1 " + address)) << ini.toStdString();
+    // Still one [System] section, and the installation's UserClass alone in [UserInfo].
+    EXPECT_TRUE(ini.startsWith("[System]\r\n"));
+    EXPECT_FALSE(ini.contains("\n[System]"));
+    EXPECT_FALSE(ini.contains("\nUserClass=1"));
+    EXPECT_TRUE(ini.contains("\nUserClass=0"));
+}
+
+TEST_F(Fault, RemarksOfTenMegabytesEndTheRunWithItsMessage) {
+    // "あ" (CP932 82 A0) five million times: 10 MB where a few hundred bytes are expected.
+    const QByteArray sample = readFile(sampleApp());
+    const qsizetype start = sample.indexOf("\"Remarks\",");
+    ASSERT_GE(start, 0);
+    const qsizetype end = sample.indexOf("\r\n", start);
+    const QByteArray remarks = "\"Remarks\",\"" + QByteArray(5 * 1024 * 1024, '\0').replace('\0', "\x82\xa0") + "\",2";
+    const QString large = file("sample/remarks.dat");
+    writeFile(large, sample.left(start) + remarks + sample.mid(end));
+    keep(QStringList{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/remarks.dat")});
+    const ProcessResult r = runKelvary(arguments(pdf(), large));
+    EXPECT_EQ(r.exitCode, kError);
+    // 10 MB of Remarks, with the other fields of the second application symbol.
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("内容： QRコードに収まらないデータ量です。（ApplyDoc2、")))
+        << r.standardError.left(2000).toStdString();
+    expectKept();
+}
+
+TEST_F(Fault, SiblingThatIsAFolderAFifoOrHalfWrittenIsNamedForWhatItIs) {
+    const QString sibling = file("sample/Ledra.mdb");
+    const QString cannotRead = QStringLiteral("財務諸表データ (LedraDataPath) を読み込めません。");
+    const QString goesOn = QStringLiteral(" 財務諸表データのない申請として続けます。");
+    const QByteArray whole = readFile(sibling);
+    const auto expectNamed = [&](const QString& message) {
+        QFile::remove(file("Temp/kelvary.log"));
+        // A FIFO opened for reading would wait for a writer for ever.
+        const ProcessResult r = runKelvary(arguments(pdf()), 20000);
+        EXPECT_EQ(r.exitCode, kError);
+        expectReported(r, cannotRead + message + goesOn);
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+        expectKept();
+    };
+    keep(QStringList{QStringLiteral("UserData.ini"), QStringLiteral("out.pdf")});
+    {
+        SCOPED_TRACE("a folder");
+        ASSERT_TRUE(QFile::remove(sibling));
+        ASSERT_TRUE(QDir().mkpath(sibling));
+        expectNamed(QStringLiteral("'") + sibling + QStringLiteral("' はフォルダーです。データベースファイルではありません。"));
+        ASSERT_TRUE(QDir().rmdir(sibling));
+    }
+    {
+        SCOPED_TRACE("a FIFO");
+        makeFifo(sibling);
+        expectNamed(QStringLiteral("'") + sibling + QStringLiteral("' は名前付きパイプ (FIFO)です。データベースファイルではありません。"));
+        ASSERT_TRUE(QFile::remove(sibling));
+    }
+    {
+        SCOPED_TRACE("a rollback journal left by a write that stopped");
+        const QString writing = file("sample/writing.mdb");
+        writeFile(writing, whole);
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(QFile::encodeName(writing).constData(), &db), SQLITE_OK);
+        // A cache of two pages spills the update into the file half-way.
+        EXPECT_EQ(sqlite3_exec(db, "PRAGMA journal_mode=DELETE; PRAGMA cache_size=2; BEGIN; "
+                                   "UPDATE P_FSItemData SET ItemName = ItemName || 'x';",
+                               nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        // The database and its journal as the writing program left them when it stopped.
+        ASSERT_TRUE(QFile::copy(writing, sibling));
+        ASSERT_TRUE(QFile::copy(writing + QStringLiteral("-journal"), sibling + QStringLiteral("-journal")));
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(db);
+        keep({QStringLiteral("sample/Ledra.mdb"), QStringLiteral("sample/Ledra.mdb-journal")});
+        expectNamed(QStringLiteral("データベース '") + sibling +
+                    QStringLiteral("' は書き込みの途中で中断されたままです (ジャーナルファイル '") + sibling +
+                    QStringLiteral("-journal' が残っています)。作成したプログラムで一度開いて修復してから、もう一度実行してください。"));
+    }
+}
+
+TEST_F(Fault, CharactersTheCodePageCannotCarryAreNamedOncePerFieldAndPrintedAsTheAgencyReadsThem) {
+    const QString sibling = file("sample/Ledra.mdb");
+    {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(QFile::encodeName(sibling).constData(), &db), SQLITE_OK);
+        // 吉野 then 𠮷 (U+20BB7), an emoji (U+1F600) and a no-break space (U+00A0), then 注記.
+        EXPECT_EQ(sqlite3_exec(db, "UPDATE T_FSNote SET Other = '吉野𠮷😀' || char(160) || '注記'", nullptr, nullptr,
+                               nullptr),
+                  SQLITE_OK)
+            << sqlite3_errmsg(db);
+        sqlite3_close(db);
+    }
+    keep(QStringList{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb")});
+    const ProcessResult r = runKelvary(arguments(pdf()));
+    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+    // Three periods hold the note; it is named once.
+    const QString message = QStringLiteral(
+        "=== 0 文字の置き換え\n財務諸表データ (Ledra.mdb) のテーブル T_FSNote の項目 Other に、"
+        "QRコードの文字コード (Shift_JIS) で表せない文字「𠮷」「😀」「\u00a0」があります。"
+        "審査機関には「?」として届くため、書類にも「?」と印字します。\n--- OK\n");
+    EXPECT_EQ(r.standardError.count(message), 1) << r.standardError.toStdString();
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 0 文字の置き換え")), 1);
+    // The symbol of the notes reads back with one "?" for each: 吉野 is 8B 67 96 EC, 注記 92 8D 8B 4C.
+    QByteArray symbol;
+    for (const QString& name : QDir(file("Temp")).entryList({QStringLiteral("NListData0_*.bmp")}, QDir::Files))
+        symbol += zbarDecode(file("Temp/") + name);
+    EXPECT_TRUE(symbol.contains(",\"Other\",\"" + hexBytes("8B 67 96 EC 3F 3F 3F 92 8D 8B 4C") + "\"\r\n"))
+        << symbol.toHex(' ').toStdString();
     expectKept();
 }

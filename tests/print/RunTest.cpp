@@ -138,7 +138,7 @@ TEST_F(SampleRun, SecondInstanceIsRefusedWithoutTouchingTheDatabase) {
     const QByteArray before = database.readAll();
     database.close();
 
-    const ProcessResult r = run({"--mode", "3", sampleApp()});
+    const ProcessResult r = run({"--mode", "3", "--pdf", home.file("out.pdf"), sampleApp()});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.standardError.contains(QStringLiteral("=== 0 情報\n既にKelvaryは、起動しています。\n--- OK\n")))
         << r.standardError.toStdString();
@@ -171,6 +171,19 @@ TEST_F(SampleRun, EarlierEditionMarksThePeriodWhoseStatementsFail) {
     EXPECT_TRUE(pages[2].contains(QStringLiteral(" ※")));   // the newest period, first
     EXPECT_FALSE(pages[3].contains(QStringLiteral("※")));
     EXPECT_FALSE(pages[1].contains(QStringLiteral("※")));   // the application itself passed
+}
+
+TEST_F(SampleRun, EarlierEditionStartedForASendFileSaysOnceThatItPrints) {
+    const QString earlier = writeEarlierApplication(home);
+    const ProcessResult r = run({"--mode", "3", "--periods", "all", "--yes", "--pdf", home.file("sent.pdf"),
+                                 "--print-to", home.file("printed.pdf"), earlier});
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 0 情報\nこの申請書は平成20年4月1日より前の様式です。"
+                                                   "この様式の書類は送信ファイルを作成できないため、用紙に印刷します。\n--- OK\n")),
+              1)
+        << r.standardError.toStdString();
+    EXPECT_EQ(r.exitCode, 0);
+    EXPECT_TRUE(fileBytes(home.file("printed.pdf")).startsWith("%PDF-"));
+    EXPECT_FALSE(QFile::exists(home.file("sent.pdf")));
 }
 
 TEST_F(SampleRun, PrintingIntoAFileGivesTheSamePagesAsThePdfMode) {
@@ -208,7 +221,7 @@ TEST_F(SampleRun, AMissingLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
 }
 
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
-    const ProcessResult r = run({"--mode", "3", home.file("no-such.dat")});
+    const ProcessResult r = run({"--mode", "3", "--pdf", home.file("out.pdf"), home.file("no-such.dat")});
     EXPECT_EQ(r.exitCode, 3);
     EXPECT_TRUE(r.standardError.contains(QStringLiteral("エラーが発生しました"))) << r.standardError.toStdString();
     EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblIndex"), QStringList{"0"});

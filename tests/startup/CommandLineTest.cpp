@@ -48,6 +48,37 @@ TEST(ParseCommandLine, MistakesAreRefused) {
     EXPECT_FALSE(parse({"a.dat", "b.dat"}).commandLine);
 }
 
+TEST(ParseCommandLine, MistakesAreSaidInJapanese) {
+    const auto error = [](QStringList args) { return parse(std::move(args)).error; };
+    EXPECT_EQ(error({"--frobnicate", "a.dat"}), QStringLiteral("不明なオプションがあります: frobnicate。使い方は --help で表示できます。"));
+    EXPECT_EQ(error({"a.dat", "--pdf"}), QStringLiteral("オプション --pdf の値が指定されていません。"));
+    EXPECT_EQ(error({"--mode", "5", "a.dat"}), QStringLiteral("--mode には 1、2、3 または 4 を指定してください。"));
+    // An empty --home is not the executable's folder, nor an empty file the desktop's file dialog.
+    EXPECT_EQ(error({"--home", "", "a.dat"}), QStringLiteral("--home にプログラムフォルダーが指定されていません。"));
+    const QString noFile = QStringLiteral("申請データファイルが指定されていません。使い方は --help で表示できます。");
+    EXPECT_EQ(error({"--batch", ""}), noFile);
+    EXPECT_EQ(error({""}), noFile);
+    EXPECT_EQ(error({"--batch", "--mode", "4", "a.dat"}), QStringLiteral("出力モード 4 では --pdf で PDF ファイルを指定してください。"));
+    EXPECT_TRUE(parse({"--batch", "--mode", "3", "--pdf", "o.pdf", "a.dat"}).commandLine);
+    // The desktop start without a file still asks for one.
+    EXPECT_TRUE(parse({}).commandLine);
+}
+
+TEST(refuseCommandLine, DesktopSessionShowsTheSentenceInABox) {
+    struct DesktopUi : test::RecordingUi {
+        bool isBatch() const override { return false; }
+    };
+    auto ui = std::make_unique<DesktopUi>();
+    DesktopUi* desktop = ui.get();
+    setUserInterface(std::move(ui));
+    EXPECT_EQ(refuseCommandLine(QStringLiteral("申請データファイルが指定されていません。")), 2);
+    ASSERT_EQ(desktop->messages.size(), 1);
+    EXPECT_EQ(desktop->messages[0].request.icon, MsgIcon::Critical);
+    EXPECT_EQ(desktop->messages[0].request.text, QStringLiteral("申請データファイルが指定されていません。"));
+    EXPECT_EQ(desktop->messages[0].request.title, QStringLiteral("起動できません"));
+    setUserInterface(nullptr);
+}
+
 TEST(gCommandGet, WholeTextWithoutSlashIsFieldOne) {
     const Fields f = split(QStringLiteral("  Ｃ:Ｄａｔａ\\ＡＰＰ.dat  "), {"", "keep2", "keep3", "keep4"});
     EXPECT_EQ(f.f1, QStringLiteral("c:data\\app.dat"));

@@ -219,6 +219,20 @@ TEST_F(PrintMenu, EmptyIndexRefusesStatementsButAcceptsTheApplicationAlone) {
     EXPECT_FALSE(menu.IsCancel());
 }
 
+TEST_F(PrintMenu, SendFileModeWithoutAnyPeriodSaysWhyNothingCanBeSent) {
+    app::setCommandLine(QStringLiteral("/C:\\Data\\Apply.txt/C:\\Out\\Apply.pdf/n/3"));
+    menu.show();
+    EXPECT_EQ(list()->count(), 0);
+    click("cmdPrint");
+    ASSERT_EQ(ui->messages.size(), 1);
+    EXPECT_EQ(ui->messages[0].request.text,
+              QStringLiteral("送信ファイルを作成できる決算期のデータがありません。"
+                             "財務諸表のプログラムでこの申請者の決算期のデータを作成してから、もう一度実行してください。"));
+    EXPECT_EQ(ui->messages[0].request.title, QStringLiteral("情報"));
+    EXPECT_FALSE(anyErrorReport());
+    app::setCommandLine(QString());
+}
+
 TEST_F(PrintMenu, ACourseMissingFromTheServiceListIsRefused) {
     // The shipped list must hold the codes 1 and 3; here it holds neither,
     // so no entry is selected and the course reads as 0.
