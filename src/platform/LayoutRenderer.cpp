@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace kelvary {
 
@@ -138,7 +139,19 @@ QImage blackFirst(QImage image) {
     return image;
 }
 
-void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file) {
+void drawImageAt(QPainter& painter, const QRectF& target, const QImage& image) {
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter.setRenderHint(QPainter::LosslessImageRendering, true);
+    painter.drawImage(target, image);
+    painter.restore();
+}
+
+// Where the images of a page go: straight onto the painter, or, while a page
+// is recorded, beside its pictures.
+using ImageSink = std::function<void(QPainter&, const QRectF&, const QImage&)>;
+
+void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file, const ImageSink& sink) {
     if (file.isEmpty()) return;
     const QImage image = blackFirst(QImage(file));
     if (image.isNull()) return;
@@ -147,11 +160,9 @@ void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file) {
     const double width = std::floor(image.width() * scale);
     const double height = std::floor(image.height() * scale);
     const QPointF topLeft(std::round(rect.center().x() - width / 2), std::round(rect.center().y() - height / 2));
-    painter.save();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    painter.setRenderHint(QPainter::LosslessImageRendering, true);
-    painter.drawImage(QRectF(topLeft, QSizeF(width, height)), image);
-    painter.restore();
+    const QRectF target(topLeft, QSizeF(width, height));
+    if (sink) sink(painter, target, image);
+    else drawImageAt(painter, target, image);
 }
 
 void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame) {
@@ -162,15 +173,15 @@ void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame
     else painter.drawEllipse(units(mmRect));
 }
 
-void drawField(QPainter& painter, const LayoutField& field) {
+void drawField(QPainter& painter, const LayoutField& field, const ImageSink& sink) {
     if (!field.visible) return;
     drawFrame(painter, field.rect, field.frame);
     switch (field.kind) {
     case LayoutField::Kind::Group:
-        for (const LayoutField& sub : field.subFields) drawField(painter, sub);
+        for (const LayoutField& sub : field.subFields) drawField(painter, sub, sink);
         break;
     case LayoutField::Kind::Image:
-        drawImage(painter, field.rect, field.imageFile);
+        drawImage(painter, field.rect, field.imageFile, sink);
         break;
     case LayoutField::Kind::Text: {
         const LineDecoration decoration{field.strikeLine, field.strikeWidth, field.underline, field.underlineKind,
@@ -206,37 +217,70 @@ void drawShape(QPainter& painter, const LayoutShape& shape) {
     painter.setBrush(Qt::NoBrush);
 }
 
+void paintPage(QPainter& painter, const LayoutPage& page, const ImageSink& sink) {
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    for (const LayoutShape& shape : page.shapes) drawShape(painter, shape);
+    for (const LayoutField& field : page.fields) drawField(painter, field, sink);
+}
+
 }  // namespace
 
 void paintLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber) {
     const LayoutPage& page = document.page(pageNumber);
     painter.save();
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    for (const LayoutShape& shape : page.shapes) drawShape(painter, shape);
-    for (const LayoutField& field : page.fields) drawField(painter, field);
+    paintPage(painter, page, {});
     painter.restore();
 }
 
 RecordedPage recordLayoutPage(const LayoutDocument& document, int pageNumber) {
     RecordedPage page;
     page.paperMm = document.paperSize();
-    QPainter painter(&page.picture);
-    paintLayoutPage(painter, document, pageNumber);
+    const QRect bounds(0, 0, static_cast<int>(units(page.paperMm.width())),
+                       static_cast<int>(units(page.paperMm.height())));
+    page.pictures.reserve(8);
+    page.pictures.emplace_back();
+    QPainter painter(&page.pictures.back());
+    // An image ends the picture it would have gone into; the drawing goes on
+    // in a new one. Nothing drawn after an image relies on the painter's
+    // state before it beyond the render hints: every field sets its own pen
+    // and font.
+    const ImageSink sink = [&page, &bounds](QPainter& p, const QRectF& target, const QImage& image) {
+        const QPainter::RenderHints hints = p.renderHints();
+        p.end();
+        page.pictures.back().setBoundingRect(bounds);
+        page.images.push_back({image, target});
+        page.pictures.emplace_back();
+        p.begin(&page.pictures.back());
+        p.setRenderHints(hints);
+    };
+    paintPage(painter, document.page(pageNumber), sink);
     painter.end();
-    page.picture.setBoundingRect(
-        QRect(0, 0, static_cast<int>(units(page.paperMm.width())), static_cast<int>(units(page.paperMm.height()))));
+    page.pictures.back().setBoundingRect(bounds);
     return page;
 }
 
 void playRecordedPage(QPainter& painter, const RecordedPage& page, double devicePixelsPerMm) {
+    if (page.pictures.empty()) return;
     painter.save();
     // Replaying a picture scales it by the device's resolution over the
     // picture's own; the page's scale already includes the device's.
     const QPaintDevice* device = painter.device();
-    const double sx = devicePixelsPerMm / layoutUnitsPerMm * page.picture.logicalDpiX() / device->logicalDpiX();
-    const double sy = devicePixelsPerMm / layoutUnitsPerMm * page.picture.logicalDpiY() / device->logicalDpiY();
+    const QPicture& first = page.pictures.front();
+    const double sx = devicePixelsPerMm / layoutUnitsPerMm * first.logicalDpiX() / device->logicalDpiX();
+    const double sy = devicePixelsPerMm / layoutUnitsPerMm * first.logicalDpiY() / device->logicalDpiY();
     painter.scale(sx, sy);
-    painter.drawPicture(QPointF(0, 0), page.picture);
+    for (size_t i = 0; i < page.pictures.size(); ++i) {
+        painter.drawPicture(QPointF(0, 0), page.pictures[i]);
+        if (i < page.images.size()) {
+            // The picture's layout units are the device's pixels at its own
+            // resolution; an image drawn straight needs the same scale.
+            painter.save();
+            painter.scale(static_cast<double>(device->logicalDpiX()) / first.logicalDpiX(),
+                          static_cast<double>(device->logicalDpiY()) / first.logicalDpiY());
+            drawImageAt(painter, page.images[i].rect, page.images[i].image);
+            painter.restore();
+        }
+    }
     painter.restore();
 }
 
