@@ -2,6 +2,7 @@
 #include "startup/frmMsg.h"
 
 #include "startup/frmMDIForm.h"
+#include "startup/UserInterface.h"
 #include "startup/mdlFunctionStandard.h"
 
 #include <QApplication>
@@ -45,6 +46,10 @@ void gMsgForm(int mode, const QString& text) {
         case 0:
             if (!form) form = new frmMsg(frmMDIForm::loadedInstance());
             form->setMsgText(text);
+            // In batch mode nobody sees the window: it keeps its text, but
+            // laying it out and painting it at every step would cost a run
+            // more than some of its real work.
+            if (userInterface().isBatch()) break;
             form->show();
             form->raise();
             break;
@@ -54,7 +59,7 @@ void gMsgForm(int mode, const QString& text) {
         case 2:
             if (!form) form = new frmMsg(frmMDIForm::loadedInstance());
             form->setMsgText(text);
-            form->raise();
+            if (!userInterface().isBatch()) form->raise();
             break;
         default: break;
         }
