@@ -10,11 +10,13 @@
 #include <QImage>
 #include <QPainter>
 #include <QPen>
-#include <QRegularExpression>
+#include <QHash>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <memory>
+#include <map>
 
 namespace kelvary {
 
@@ -31,6 +33,53 @@ QFont fontFor(const TextStyle& style, const QString& family) {
     return font;
 }
 
+// A font with its metrics on a device of some resolution, and the advances
+// of the characters measured so far. A page has a few dozen fields in a
+// handful of fonts; making the font and its metrics anew for each field cost
+// more than drawing the text.
+struct MeasuredFont {
+    QFont font;
+    QFontMetricsF metrics;
+    double lineSpacing;
+    QHash<char16_t, double> advances;
+
+    double advance(QChar c) {
+        auto it = advances.constFind(c.unicode());
+        if (it == advances.cend()) it = advances.insert(c.unicode(), metrics.horizontalAdvance(c));
+        return *it;
+    }
+};
+
+MeasuredFont& measuredFont(const TextStyle& style, const QString& family, QPaintDevice* device) {
+    // Metrics depend on the device only through its resolution.
+    const int dpi = device ? device->logicalDpiY() : 0;
+    const QString key = family + QLatin1Char('/') + QString::number(style.size) + QLatin1Char('/') +
+                        QString::number(style.bold) + QLatin1Char('/') + QString::number(dpi);
+    thread_local std::map<QString, std::unique_ptr<MeasuredFont>> fonts;
+    std::unique_ptr<MeasuredFont>& entry = fonts[key];
+    if (!entry) {
+        const QFont font = fontFor(style, family);
+        const QFontMetricsF metrics(font, device);
+        entry = std::make_unique<MeasuredFont>(MeasuredFont{font, metrics, metrics.lineSpacing(), {}});
+    }
+    return *entry;
+}
+
+// The lines of a text broken at CR LF, CR or LF, empty ones kept.
+QStringList splitLines(const QString& text) {
+    QStringList lines;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c != QLatin1Char('\r') && c != QLatin1Char('\n')) continue;
+        lines << text.mid(start, i - start);
+        if (c == QLatin1Char('\r') && i + 1 < text.size() && text.at(i + 1) == QLatin1Char('\n')) ++i;
+        start = i + 1;
+    }
+    lines << text.mid(start);
+    return lines;
+}
+
 QPen penOf(double widthMm, Qt::PenStyle style = Qt::SolidLine) {
     QPen pen(Qt::black);
     pen.setWidthF(units(widthMm));
@@ -41,15 +90,24 @@ QPen penOf(double widthMm, Qt::PenStyle style = Qt::SolidLine) {
 
 // Breaks one line so that no piece is wider than width. Japanese text has no
 // spaces to break at, so the break falls between any two characters.
-QStringList wrapLine(const QString& line, const QFontMetricsF& metrics, double width) {
+// The sum of the characters' own advances stands in for the measure of the
+// growing piece until it comes within an em of the width; only from there is
+// the piece itself measured, as shaping may make it a little narrower or wider.
+QStringList wrapLine(const QString& line, MeasuredFont& font, double width) {
     QStringList pieces;
     QString current;
+    double estimate = 0;
+    const double margin = font.font.pixelSize();
     for (const QChar c : line) {
-        if (!current.isEmpty() && metrics.horizontalAdvance(current + c) > width) {
+        const double advance = font.advance(c);
+        if (!current.isEmpty() && estimate + advance > width - margin &&
+            font.metrics.horizontalAdvance(current + c) > width) {
             pieces << current;
             current.clear();
+            estimate = 0;
         }
         current += c;
+        estimate += advance;
     }
     pieces << current;
     return pieces;
@@ -66,18 +124,19 @@ struct LineDecoration {
 void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, const TextStyle& style,
               const QString& family, int indent, const LineDecoration& decoration) {
     const QRectF rect = units(mmRect);
-    const QFont font = fontFor(style, family);
+    MeasuredFont& measured = measuredFont(style, family, painter.device());
+    const QFont& font = measured.font;
     painter.setFont(font);
     painter.setPen(Qt::black);
-    const QFontMetricsF metrics(font, painter.device());
+    const QFontMetricsF& metrics = measured.metrics;
     const double indentWidth = indent * font.pixelSize();
 
     QStringList lines;
-    for (const QString& line : text.split(QRegularExpression(QStringLiteral("\r\n|\r|\n")))) {
-        if (style.wrap) lines << wrapLine(line, metrics, rect.width() - indentWidth);
+    for (const QString& line : splitLines(text)) {
+        if (style.wrap) lines << wrapLine(line, measured, rect.width() - indentWidth);
         else lines << line;
     }
-    const double lineHeight = style.lineHeight > 0 ? units(style.lineHeight) : metrics.lineSpacing();
+    const double lineHeight = style.lineHeight > 0 ? units(style.lineHeight) : measured.lineSpacing;
     const double total = lineHeight * lines.size();
     double y = rect.top();
     if (style.valign == VAlign::Middle) y += (rect.height() - total) / 2;
