@@ -83,6 +83,20 @@ def pl_sum(name, target, terms):
             "損益計算書の" + name, target, terms)
 
 
+# A total checked a second way, over a longer route than its own subtotal
+# rule. A wrong total fails both rules with the same amounts, so the second
+# one names its route in its title and label: the list never shows one
+# paragraph twice.
+def bs_route(name, parts, target, terms):
+    return ("貸借対照表の" + name + "が" + parts + "の合計と一致していません", parts + "の合計",
+            "貸借対照表の" + name, target, terms)
+
+
+def pl_route(name, start, target, terms):
+    return ("損益計算書の" + name + "が" + start + "から計算した額と一致していません", start + "から計算した" + name,
+            "損益計算書の" + name, target, terms)
+
+
 def corporation_sums():
     sums = [
         bs_sum("流動資産合計", 12, CURRENT_ASSETS),
@@ -138,17 +152,20 @@ def corporation_sums():
                      "貸借対照表の" + label, "株主資本等変動計算書の" + names[column] + "の当期末残高",
                      column + 9, lines))
     sums += [
-        pl_sum("当期純利益（当期純損失）", 177, [167, 170, -173, -175, -176]),
-        pl_sum("売上総利益（売上総損失）", 106, [103, -100]),
-        pl_sum("経常利益（経常損失）", 167, [106, -131, 161, -166]),
-        pl_sum("税引前当期純利益（税引前当期純損失）", 174, [132, 161, -166, 170, -173]),
+        pl_route("当期純利益（当期純損失）", "経常利益", 177, [167, 170, -173, -175, -176]),
+        pl_route("売上総利益（売上総損失）", "売上高合計と売上原価合計", 106, [103, -100]),
+        pl_route("経常利益（経常損失）", "売上総利益", 167, [106, -131, 161, -166]),
+        pl_route("税引前当期純利益（税引前当期純損失）", "営業利益", 174, [132, 161, -166, 170, -173]),
         ("損益計算書の当期純利益が株主資本等変動計算書と一致していません", "損益計算書の当期純利益",
          "株主資本等変動計算書の繰越利益剰余金の当期純利益", 696, [177]),
-        bs_sum("固定資産合計", 46, TANGIBLE + INTANGIBLE + INVESTMENTS),
-        bs_sum("資産合計", 52, [12, 30, 35, 45, 51]),
-        bs_sum("負債合計", 73, CURRENT_LIABILITIES + FIXED_LIABILITIES),
-        bs_sum("純資産合計", 93, [74, 75, 78, 80, 81, 82, 87, 88]),
-        bs_sum("負債純資産合計", 94, [65, 72, 83, 87, 88]),
+        bs_route("固定資産合計", "有形固定資産・無形固定資産・投資その他の資産の各科目", 46,
+                 TANGIBLE + INTANGIBLE + INVESTMENTS),
+        bs_route("資産合計", "流動資産合計・有形固定資産計・無形固定資産計・投資その他の資産計・繰延資産合計", 52,
+                 [12, 30, 35, 45, 51]),
+        bs_route("負債合計", "流動負債と固定負債の各科目", 73, CURRENT_LIABILITIES + FIXED_LIABILITIES),
+        bs_route("純資産合計", "株主資本の各科目・評価・換算差額等合計・新株予約権", 93, [74, 75, 78, 80, 81, 82, 87, 88]),
+        bs_route("負債純資産合計", "流動負債合計・固定負債合計・株主資本合計・評価・換算差額等合計・新株予約権", 94,
+                 [65, 72, 83, 87, 88]),
     ]
     return sums
 
@@ -199,16 +216,13 @@ EDITIONS = ["2004-04-01", "2006-07-01", "2008-04-01"]
 EDITIONS_06 = ["2006-07-01", "2008-04-01"]
 
 # (title, left code, left text, right code, right text, SignNum, corporations, individuals, editions)
+# Two items that must be equal and that a sum of the rule files already
+# compares (完成工事原価 of the two statements, 当期純利益 and 純資産合計
+# against the equity statement) are left to that sum.
 RELATIONS = [
     ("資産合計と負債純資産合計が一致していません", 52, "資産合計", 94, "負債純資産合計", 0, 1, 1, EDITIONS_06),
-    ("損益計算書の当期純利益と株主資本等変動計算書の当期純利益が一致していません", 177, "当期純利益（損益計算書）",
-     696, "当期純利益（株主資本等変動計算書）", 0, 1, 0, EDITIONS_06),
-    ("貸借対照表の純資産合計と株主資本等変動計算書の当期末残高が一致していません", 93, "純資産合計（貸借対照表）",
-     799, "純資産合計の当期末残高（株主資本等変動計算書）", 0, 1, 0, EDITIONS_06),
     ("事業主利益が貸借対照表と損益計算書で一致していません", 233, "事業主利益（貸借対照表）", 234,
      "事業主利益（損益計算書）", 0, 0, 1, EDITIONS_06),
-    ("損益計算書の完成工事原価が完成工事原価報告書と一致していません", 98, "完成工事原価（損益計算書）", 186,
-     "完成工事原価（完成工事原価報告書）", 0, 1, 0, EDITIONS),
     ("売上高合計が入力されていません", 103, "売上高合計", 103, "売上高合計", 6, 1, 1, EDITIONS),
     ("兼業事業売上高と兼業事業売上原価は両方を入力してください", 102, "兼業事業売上高", 99, "兼業事業売上原価", 7, 1,
      1, EDITIONS),
@@ -259,11 +273,35 @@ def write_tables(items):
         f.write("\n".join(lines) + "\n")
 
 
+def assert_one_finding_per_rule(sums, relations):
+    """A fault that fails two rules must not show the same paragraph twice:
+    every rule has its own title and labels, and no equality of two items is
+    both a relation and a one-term sum."""
+    seen = set()
+    for title, sum_label, target_label, target, terms in sums:
+        key = (title, sum_label, target_label)
+        assert key not in seen, "two sums read alike: %s" % title
+        seen.add(key)
+    titles = {title for title, _, _, _, _ in sums}
+    pairs = {frozenset((target, terms[0])) for _, _, _, target, terms in sums if len(terms) == 1 and terms[0] > 0}
+    relation_titles = set()
+    for title, left, _, right, _, sign, _, _, editions in relations:
+        assert title not in titles, "a relation reads like a sum: %s" % title
+        for edition in editions:
+            assert (title, edition) not in relation_titles, "two relations read alike: %s" % title
+            relation_titles.add((title, edition))
+        assert sign != 0 or frozenset((left, right)) not in pairs, "a relation repeats a sum: %s" % title
+
+
 def main():
     items = master_codes()
-    last = write_rule_file("DbtData0607H.txt", 400, corporation_sums(), items)
+    corporations = corporation_sums()
+    individuals = individual_sums()
+    assert_one_finding_per_rule(corporations, RELATIONS)
+    assert_one_finding_per_rule(individuals, RELATIONS)
+    last = write_rule_file("DbtData0607H.txt", 400, corporations, items)
     assert last == 540, "corporation checks end at %d" % last
-    last = write_rule_file("DbtData0607K.txt", 660, individual_sums(), items)
+    last = write_rule_file("DbtData0607K.txt", 660, individuals, items)
     assert last == 681, "individual checks end at %d" % last
     write_tables(items)
 

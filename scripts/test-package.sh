@@ -38,6 +38,20 @@ run_sample() {
   echo "test-package: $program wrote the sample ($pages pages) working in $home/.local/share/kelvary"
 }
 
+# check_qt_texts PROGRAM [RUNNER…]: on a C locale, the installed program words
+# Qt's own file dialog in Japanese (the translations package is in place).
+check_qt_texts() {
+  local program=$1
+  shift
+  local texts
+  texts=$(env LC_ALL=C LANG=C "$@" "$program" --qt-texts) || fail "$program --qt-texts ended with status $?"
+  for line in "fileNameLabel: ファイル名(&N):" "fileTypeLabel: ファイルの種類:" "button: 開く(&O)" \
+              "button: キャンセル" "column: 名前" "menu: コピー(&C)" "menu: すべてを選択"; do
+    grep -qxF "$line" <<<"$texts" || fail "$program does not show \"$line\" in its file dialog: $texts"
+  done
+  echo "test-package: $program shows the file dialog in Japanese:" $(grep -E '^(fileNameLabel|button):' <<<"$texts")
+}
+
 # Digest of every file under a folder, to see that the run wrote nothing there.
 digest() { (cd "$1" && find . -type f -print0 | sort -z | xargs -0 sha256sum); }
 
@@ -45,6 +59,7 @@ digest() { (cd "$1" && find . -type f -print0 | sort -z | xargs -0 sha256sum); }
 cmake --install "$build" --prefix "$work/prefix" >/dev/null
 before=$(digest "$work/prefix")
 run_sample "$work/prefix/bin/kelvary" "$work/prefix/lib/kelvary" "$work/user-prefix"
+check_qt_texts "$work/prefix/bin/kelvary"
 [ "$(digest "$work/prefix")" = "$before" ] || fail "the run changed the installed prefix"
 
 # 2. The Debian package.
@@ -59,7 +74,7 @@ for path in ./opt/kelvary/kelvary ./opt/kelvary/SystemData.mdb ./opt/kelvary/Pri
   grep -q " $path\( \|$\)" <<<"$contents" || fail "$deb lacks $path"
 done
 depends=$(dpkg-deb -f "$deb" Depends)
-for package in libqt6widgets6 libicu libqrencode libsqlite3 libmdb3 fonts-ipafont-gothic qt6-qpa-plugins; do
+for package in libqt6widgets6 libicu libqrencode libsqlite3 libmdb3 fonts-ipafont-gothic qt6-qpa-plugins qt6-translations-l10n; do
   grep -q "$package" <<<"$depends" || fail "$deb does not depend on $package ($depends)"
 done
 desktop-file-validate packaging/kelvary.desktop
@@ -72,6 +87,7 @@ if [ "$(id -u)" -eq 0 ] && [ -z "${KELVARY_PACKAGE_UNPACK_ONLY:-}" ]; then
   [ "$(readlink -f /usr/bin/kelvary)" = /opt/kelvary/kelvary ] || fail "/usr/bin/kelvary does not lead to /opt/kelvary"
   man -w kelvary >/dev/null || fail "man kelvary finds no page"
   run_sample /usr/bin/kelvary /opt/kelvary "$work/root-home"
+  check_qt_texts /usr/bin/kelvary
   # An ordinary user, for whom /opt/kelvary is not writable.
   if command -v setpriv >/dev/null; then
     mkdir -p "$work/nobody-home" && chown 65534:65534 "$work/nobody-home"
@@ -85,6 +101,7 @@ else
   dpkg-deb -x "$deb" "$work/root"
   before=$(digest "$work/root")
   run_sample "$work/root/usr/bin/kelvary" "$work/root/opt/kelvary" "$work/user-root"
+  check_qt_texts "$work/root/usr/bin/kelvary"
   [ "$(digest "$work/root")" = "$before" ] || fail "the run changed the unpacked package"
   echo "test-package: unpacked into a fresh root, ran the sample from its /usr/bin/kelvary"
 fi

@@ -5,8 +5,10 @@
 #include "platform/Fonts.h"
 #include "platform/LayoutProof.h"
 #include "platform/VbError.h"
+#include "startup/ApplicationFileDialog.h"
 #include "startup/BatchUserInterface.h"
 #include "startup/CommandLine.h"
+#include "startup/JapaneseTranslations.h"
 #include "startup/QtUserInterface.h"
 #include "startup/RunOutcome.h"
 #include "startup/mdlFunctionApplication.h"
@@ -15,9 +17,8 @@
 #include "startup/mdlSubMain.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFileDialog>
 #include <QFont>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QStringList>
 
@@ -89,10 +90,15 @@ QString workingFolder(const kelvary::CommandLine& cl) {
     return choice.folder;
 }
 
-// Started from the desktop menu, with no file: the user picks one.
-QString askForApplicationFile() {
-    return QFileDialog::getOpenFileName(nullptr, QStringLiteral("申請データファイルを開く"), QDir::homePath(),
-                                        QStringLiteral("申請データ (*.dat *.txt);;すべてのファイル (*)"));
+// Qt's own texts as this installation shows them: the translations check.
+int writeQtTexts(int argc, char** argv) {
+    using namespace kelvary;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(quietPlatformNotices);
+    QApplication application(argc, argv);
+    const bool japanese = installJapaneseTranslations();
+    for (const QString& line : applicationFileDialogTexts()) print(stdout, line + QLatin1Char('\n'));
+    return japanese ? ExitOutput : ExitError;
 }
 
 }  // namespace
@@ -115,6 +121,7 @@ int main(int argc, char** argv) {
     }
 
     if (!cl.proofLayout.isEmpty()) return writeProof(argc, argv, cl);
+    if (cl.showQtTexts) return writeQtTexts(argc, argv);
 
     // Batch mode needs no display: it chooses the offscreen platform itself.
     if (cl.batch.enabled) {
@@ -127,8 +134,9 @@ int main(int argc, char** argv) {
     }
 
     QApplication application(argc, argv);
+    // No display name: the window system would append it to every caption.
     QApplication::setApplicationName(QStringLiteral("kelvary"));
-    QApplication::setApplicationDisplayName(app::title());
+    installJapaneseTranslations();
     installFontSubstitutions();
     QApplication::setFont(QFont(formFontFamily(), 10));
 
@@ -146,7 +154,9 @@ int main(int argc, char** argv) {
 
     QString applicationFile = cl.applicationFile;
     if (applicationFile.isEmpty() && !cl.parentText) {
-        applicationFile = askForApplicationFile();
+        // Started from the desktop menu, with no file: the user picks one.
+        QSettings settings(QStringLiteral("kelvary"), QStringLiteral("kelvary"));
+        applicationFile = askForApplicationFile(settings);
         if (applicationFile.isEmpty()) return ExitNoOutput;
     }
     setOptionFields(CommandFields{applicationFile, cl.pdfFile, cl.agent, cl.mode});

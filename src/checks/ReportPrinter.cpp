@@ -1,7 +1,9 @@
 // The problem list on paper. The original left page overflow to the printer
 // driver, which silently clipped; here a page break comes before the line
-// that would not fit, and an over-wide line is broken at the right margin.
+// that would not fit, and the font shrinks until the widest line fits.
 #include "checks/ReportPrinter.h"
+
+#include "platform/VbError.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -10,6 +12,9 @@
 #include <QPainter>
 #include <QPrinter>
 #include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
 
 namespace kelvary {
 namespace {
@@ -29,23 +34,52 @@ QStringList fittedPieces(const QString& line, const QFontMetricsF& metrics, qrea
     return pieces;
 }
 
+constexpr qreal kUsualPointSize = 10.0;
+// Below this the list is no longer read comfortably on paper; a line wider
+// still is broken instead.
+constexpr qreal kSmallestPointSize = 6.0;
+
+qreal widestLine(const QStringList& lines, const QFont& font, QPaintDevice* device) {
+    const QFontMetricsF metrics(font, device);
+    qreal widest = 0;
+    for (const QString& line : lines) widest = std::max(widest, metrics.horizontalAdvance(line));
+    return widest;
+}
+
+// The largest size, up to the usual one, at which the widest line fits.
+qreal fittingPointSize(const QStringList& lines, QFont font, QPaintDevice* device, qreal width) {
+    font.setPointSizeF(kUsualPointSize);
+    const qreal widest = widestLine(lines, font, device);
+    if (widest <= width) return kUsualPointSize;
+    // Text widths grow almost in proportion to the size; hinting may round a
+    // little up, so step down until the measure agrees.
+    qreal size = std::floor(kUsualPointSize * width / widest * 10.0) / 10.0;
+    for (; size > kSmallestPointSize; size -= 0.1) {
+        font.setPointSizeF(size);
+        if (widestLine(lines, font, device) <= width) return size;
+    }
+    return kSmallestPointSize;
+}
+
 }  // namespace
 
 int printReportLines(const QString& text, QPrinter& printer) {
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setPageOrientation(QPageLayout::Portrait);
-    QPainter painter;
-    if (!painter.begin(&printer)) return 0;
-    QFont font(QStringLiteral("ＭＳ ゴシック"), 10);
-    painter.setFont(font);
-    const QFontMetricsF metrics(painter.font(), &printer);
-    const QRectF area = printer.pageLayout().paintRectPixels(printer.resolution()).translated(
-        -printer.pageLayout().paintRectPixels(printer.resolution()).topLeft());
-    const qreal lineHeight = metrics.lineSpacing();
-
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
     QStringList lines = text.split(lineBreak);
     lines << QString();  // the empty line that ends the list
+
+    QPainter painter;
+    if (!painter.begin(&printer))
+        throw VbError(vberr::PermissionDenied, QStringLiteral("印刷を開始できません。プリンタの設定を確認してください。"));
+    const QRectF area = printer.pageLayout().paintRectPixels(printer.resolution()).translated(
+        -printer.pageLayout().paintRectPixels(printer.resolution()).topLeft());
+    QFont font(QStringLiteral("ＭＳ ゴシック"));
+    font.setPointSizeF(fittingPointSize(lines, font, &printer, area.width()));
+    painter.setFont(font);
+    const QFontMetricsF metrics(painter.font(), &printer);
+    const qreal lineHeight = metrics.lineSpacing();
 
     int pages = 1;
     qreal y = 0;

@@ -5,18 +5,8 @@
 
 #include "platform/SequentialInput.h"
 
-#include <QFile>
-
 namespace kelvary {
 namespace {
-
-bool endsWithLineBreak(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() == 0) return false;
-    file.seek(file.size() - 1);
-    const QByteArray last = file.read(1);
-    return last == "\n" || last == "\r";
-}
 
 // The record's number when the line is a record header (":A400", any case).
 std::optional<int> headerNumber(const QString& line) {
@@ -27,22 +17,20 @@ std::optional<int> headerNumber(const QString& line) {
     return ok ? std::optional<int>(number) : std::nullopt;
 }
 
-// Reads the record after its header; false when the file ends inside it.
-bool readWholeRecord(SequentialInput& file) {
+// Reads past the record after its header, so that a title is never taken
+// for a header; stops where the file ends.
+void skipRecord(SequentialInput& file) {
     for (int line = 0; line < 3; ++line) {
-        if (file.eof()) return false;
+        if (file.eof()) return;
         file.lineInput();
     }
-    if (file.eof()) return false;
+    if (file.eof()) return;
     const QString counts = file.input().text();
     const long terms = counts.left(counts.size() - 1).trimmed().toLong();
-    if (file.eof()) return false;
-    file.input();
-    for (long i = 0; i < terms; ++i) {
-        if (file.eof()) return false;
+    for (long i = 0; i <= terms; ++i) {
+        if (file.eof()) return;
         file.input();
     }
-    return true;
 }
 
 }  // namespace
@@ -50,18 +38,15 @@ bool readWholeRecord(SequentialInput& file) {
 std::optional<int> firstRuleCutOff(const QString& path, int first, int last) {
     SequentialInput file(path);
     std::optional<int> lastHeader;
-    bool lastWhole = false;
     while (!file.eof()) {
         const std::optional<int> number = headerNumber(file.lineInput());
         if (!number) continue;
         lastHeader = number;
-        lastWhole = readWholeRecord(file);
+        skipRecord(file);
     }
-    int cutOff = last + 1;
-    if (!lastHeader || *lastHeader < first) cutOff = first;
-    else if (!lastWhole) cutOff = *lastHeader + 1;
-    else if (!endsWithLineBreak(path)) cutOff = *lastHeader;
-    else cutOff = *lastHeader + 1;
+    // The line break after the last term is not needed: editors and other
+    // programs often leave the final one out.
+    const int cutOff = !lastHeader || *lastHeader < first ? first : *lastHeader + 1;
     return cutOff <= last ? std::optional<int>(cutOff) : std::nullopt;
 }
 

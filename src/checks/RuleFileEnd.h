@@ -12,11 +12,10 @@
 namespace kelvary {
 
 // The number of the first check, from first to last, whose record the file
-// no longer holds because it ends early: after the last record it still
-// holds, or (for a last record that ends in the middle of its line, its last
-// term perhaps short of digits) at that record. A record that the file ends
-// inside is still the checks' to read: they meet the end of the file there
-// and say so. Nothing when every record up to `last` is there. Raises
+// no longer holds because it ends early: the one after the last record it
+// still holds. A record that the file ends inside is still the checks' to
+// read: they meet the end of the file there and say so; a last record whose
+// final line break is missing is whole. Nothing when every record up to `last` is there. Raises
 // VbError when the file cannot be read as text at all (missing, no right to
 // read it, not CP932).
 std::optional<int> firstRuleCutOff(const QString& path, int first, int last);

@@ -69,10 +69,14 @@ void mCapitalDataConvert(std::int32_t fsDataCode) {
             Recordset rows = gobjMakeRecordset(QStringLiteral(" Select * From tmpFSCapitalRow") + QStringLiteral(" Where (FSDataCode = ") +
                                                key + QStringLiteral(") AND (ItemType<>30)") + QStringLiteral(" Order By RowNo"));
             for (; !rows.eof(); rows.moveNext()) {
+                // A row without a code (a note line the sibling program keeps
+                // in the grid) has no cell any rule can name.
+                const Variant& rowCode = rows[QStringLiteral("ItemCode")];
+                if (rowCode.isNull() || rowCode.isEmpty()) continue;
                 clsSqlText sql;
                 sql.SetTable(QStringLiteral("tmpFSItemData"));
                 sql.SetData(QStringLiteral("FSDataCode"), Variant(fsDataCode), 0);
-                sql.SetData(QStringLiteral("ItemCode"), Variant(rows[QStringLiteral("ItemCode")].toLong() + columnCode), 0);
+                sql.SetData(QStringLiteral("ItemCode"), Variant(rowCode.toLong() + columnCode), 0);
                 sql.SetData(QStringLiteral("DocCode"), Variant(8), 0);
                 sql.SetData(QStringLiteral("ItemName"), Variant(field + QStringLiteral(" : ") + rows[QStringLiteral("RowName")].text()), 1);
                 sql.SetData(QStringLiteral("SortNumber"), rows[QStringLiteral("RowNo")], 0);

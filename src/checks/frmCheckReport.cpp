@@ -4,6 +4,7 @@
 #include "checks/frmCheckReport.h"
 
 #include "checks/ReportPrinter.h"
+#include "platform/VbError.h"
 #include "startup/CommandLine.h"
 #include "startup/UserInterface.h"
 #include "startup/mdlFunctionStandard.h"
@@ -68,6 +69,11 @@ frmCheckReport::frmCheckReport(QWidget* parent)
     mSetDefaultSize();
     mInitVariable();
     setMinimumSize(2 * kButtonWidth + 3 * kMargin, kClientHeight - kTextHeight + 3 * kMargin);
+
+    // Enter closes the list: printing is asked for with its own button only,
+    // never by a key pressed to get on with the run.
+    cmdPrint_->setAutoDefault(false);
+    cmdClose_->setDefault(true);
 
     connect(cmdPrint_, &QPushButton::clicked, this, &frmCheckReport::cmdPrint_Click);
     connect(cmdClose_, &QPushButton::clicked, this, &frmCheckReport::cmdClose_Click);
@@ -154,11 +160,15 @@ void frmCheckReport::mPrintOutError() {
         if (!printTo.isEmpty()) {
             printer.setOutputFormat(QPrinter::PdfFormat);
             printer.setOutputFileName(printTo);
+        } else if (!printer.isValid() || printer.printerName().isEmpty()) {
+            throw VbError(vberr::PathNotFound, QStringLiteral("通常使うプリンタが設定されていません。"));
         }
         printer.setDocName(kCaption);
         printReportLines(text, printer);
     } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintOutError"), 0);
+        // The user asked for paper: a print that does not start is told,
+        // as the preview's print button tells it.
+        ShowErrMsg(QStringLiteral("mPrintOutError"), 1);
     }
 }
 

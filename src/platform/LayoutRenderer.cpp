@@ -7,16 +7,19 @@
 
 #include <QColor>
 #include <QFontMetricsF>
+#include <QHash>
 #include <QImage>
 #include <QPainter>
 #include <QPen>
-#include <QHash>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <memory>
+#include <limits>
 #include <map>
+#include <memory>
+#include <tuple>
 
 namespace kelvary {
 
@@ -25,20 +28,26 @@ namespace {
 double units(double mm) { return mm * layoutUnitsPerMm; }
 QRectF units(const QRectF& mm) { return {units(mm.x()), units(mm.y()), units(mm.width()), units(mm.height())}; }
 
+// Bold text is the regular face drawn twice, the second time shifted right
+// by this share of the font size. The form font has no bold face, and Qt
+// makes one up only on some devices: the PDF writer strokes the outlines, the
+// screen never emboldens a fixed-pitch face. Drawing twice gives the same
+// weight on paper, in the PDF and in the preview; PDF text readers drop the
+// doubled letters as they do for any overprinted bold.
+constexpr double kBoldShift = 0.04;
+
 QFont fontFor(const TextStyle& style, const QString& family) {
     QFont font(family.isEmpty() ? formFontFamily() : family);
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(units(style.size * 25.4 / 72.0)))));
-    font.setBold(style.bold);
     font.setStyleStrategy(QFont::PreferOutline);
     return font;
 }
 
-// A font with its metrics on a device of some resolution, and the advances
-// of the characters measured so far. A page has a few dozen fields in a
-// handful of fonts; making the font and its metrics anew for each field cost
-// more than drawing the text.
+// A font's metrics on a device of some resolution, and the advances of the
+// characters measured so far. A page has a few dozen fields in a handful of
+// fonts and sizes; making the metrics anew for every field, and for every
+// size tried while shrinking one, cost more than drawing the text.
 struct MeasuredFont {
-    QFont font;
     QFontMetricsF metrics;
     double lineSpacing;
     QHash<char16_t, double> advances;
@@ -50,34 +59,17 @@ struct MeasuredFont {
     }
 };
 
-MeasuredFont& measuredFont(const TextStyle& style, const QString& family, QPaintDevice* device) {
-    // Metrics depend on the device only through its resolution.
+// Metrics depend on the device only through its resolution.
+MeasuredFont& measured(const QFont& font, const QPaintDevice* device) {
+    using Key = std::tuple<QString, int, int, int>;
+    thread_local std::map<Key, std::unique_ptr<MeasuredFont>> fonts;
     const int dpi = device ? device->logicalDpiY() : 0;
-    const QString key = family + QLatin1Char('/') + QString::number(style.size) + QLatin1Char('/') +
-                        QString::number(style.bold) + QLatin1Char('/') + QString::number(dpi);
-    thread_local std::map<QString, std::unique_ptr<MeasuredFont>> fonts;
-    std::unique_ptr<MeasuredFont>& entry = fonts[key];
+    std::unique_ptr<MeasuredFont>& entry = fonts[Key{font.family(), font.pixelSize(), font.weight(), dpi}];
     if (!entry) {
-        const QFont font = fontFor(style, family);
         const QFontMetricsF metrics(font, device);
-        entry = std::make_unique<MeasuredFont>(MeasuredFont{font, metrics, metrics.lineSpacing(), {}});
+        entry = std::make_unique<MeasuredFont>(MeasuredFont{metrics, metrics.lineSpacing(), {}});
     }
     return *entry;
-}
-
-// The lines of a text broken at CR LF, CR or LF, empty ones kept.
-QStringList splitLines(const QString& text) {
-    QStringList lines;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (c != QLatin1Char('\r') && c != QLatin1Char('\n')) continue;
-        lines << text.mid(start, i - start);
-        if (c == QLatin1Char('\r') && i + 1 < text.size() && text.at(i + 1) == QLatin1Char('\n')) ++i;
-        start = i + 1;
-    }
-    lines << text.mid(start);
-    return lines;
 }
 
 QPen penOf(double widthMm, Qt::PenStyle style = Qt::SolidLine) {
@@ -89,28 +81,126 @@ QPen penOf(double widthMm, Qt::PenStyle style = Qt::SolidLine) {
 }
 
 // Breaks one line so that no piece is wider than width. Japanese text has no
-// spaces to break at, so the break falls between any two characters.
+// spaces to break at, so the break falls between any two characters. Stops
+// once it has maxPieces pieces (the rest could not be shown anyway).
 // The sum of the characters' own advances stands in for the measure of the
 // growing piece until it comes within an em of the width; only from there is
 // the piece itself measured, as shaping may make it a little narrower or wider.
-QStringList wrapLine(const QString& line, MeasuredFont& font, double width) {
+QStringList wrapLine(const QString& line, MeasuredFont& font, double em, double width, qsizetype maxPieces) {
     QStringList pieces;
     QString current;
     double estimate = 0;
-    const double margin = font.font.pixelSize();
     for (const QChar c : line) {
         const double advance = font.advance(c);
-        if (!current.isEmpty() && estimate + advance > width - margin &&
+        if (!current.isEmpty() && estimate + advance > width - em &&
             font.metrics.horizontalAdvance(current + c) > width) {
             pieces << current;
             current.clear();
             estimate = 0;
+            if (pieces.size() >= maxPieces) return pieces;
         }
         current += c;
         estimate += advance;
     }
     pieces << current;
     return pieces;
+}
+
+// A text set in a box: the font, the lines as they are drawn, and their pitch.
+struct TextLayout {
+    QFont font;
+    QStringList lines;
+    double lineHeight = 0;
+    double indentWidth = 0;
+    bool clipped = false;   // too long at any readable size: cut at the box
+};
+
+// Sets the paragraphs at the font's size. No more than maxLines lines are
+// set: a caller that only asks whether the text fits needs no more.
+TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const QFont& font, double lineHeight,
+                   const QRectF& rect, int indent, const QPaintDevice* device,
+                   qsizetype maxLines = std::numeric_limits<qsizetype>::max()) {
+    TextLayout layout;
+    layout.font = font;
+    layout.lineHeight = lineHeight;
+    layout.indentWidth = indent * font.pixelSize();
+    MeasuredFont& metrics = measured(font, device);
+    for (const QString& paragraph : paragraphs) {
+        if (layout.lines.size() >= maxLines) break;
+        if (style.wrap)
+            layout.lines << wrapLine(paragraph, metrics, font.pixelSize(), rect.width() - layout.indentWidth,
+                                     maxLines - layout.lines.size());
+        else
+            layout.lines << paragraph;
+    }
+    return layout;
+}
+
+bool insideBox(const TextLayout& layout, const QRectF& rect, const QPaintDevice* device) {
+    // A single line may stand a little taller than a low box: it is centred on it.
+    if (layout.lines.size() > 1 && layout.lineHeight * layout.lines.size() > rect.height() + 0.5) return false;
+    const QFontMetricsF& metrics = measured(layout.font, device).metrics;
+    const double width = rect.width() - layout.indentWidth;
+    for (const QString& line : layout.lines)
+        if (metrics.horizontalAdvance(line) > width + 0.5) return false;
+    return true;
+}
+
+// The smallest size a field's text is shrunk to; a text that does not fit
+// even so is cut at its box.
+constexpr double kSmallestFieldPoints = 4.0;
+
+// A field's text at the layout's size when it fits its box, otherwise at the
+// largest smaller size at which it does: a long address or an amount of ten
+// digits is never drawn over the form's rules or off the paper. Lines keep
+// their pitch in proportion to the size.
+TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont& font, double lineHeight,
+                        const QRectF& rect, int indent, const QPaintDevice* device) {
+    static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
+    const QStringList paragraphs = text.split(lineBreak);
+    const auto at = [&](int pixelSize, qsizetype maxLines) {
+        QFont sized = font;
+        sized.setPixelSize(pixelSize);
+        return setText(paragraphs, style, sized, lineHeight * pixelSize / font.pixelSize(), rect, indent, device,
+                       maxLines);
+    };
+    // Enough lines to overflow any box: one more than fit at the smallest size.
+    const int layoutSize = font.pixelSize();
+    const int smallest = std::min(layoutSize, std::max(1, static_cast<int>(std::lround(units(kSmallestFieldPoints * 25.4 / 72.0)))));
+    const qsizetype cap = static_cast<qsizetype>(rect.height() / (lineHeight * smallest / layoutSize)) + 2;
+    TextLayout best = at(layoutSize, cap);
+    if (insideBox(best, rect, device)) return best;
+    // The largest size that fits, between the smallest and the layout's own.
+    int low = smallest;
+    int high = layoutSize - 1;
+    if (!style.wrap) {
+        // Unwrapped lines shrink in proportion to the size: one measure gives
+        // the answer, so a very long text is not measured again and again.
+        const QFontMetricsF& metrics = measured(font, device).metrics;
+        double widest = 0;
+        for (const QString& line : best.lines) widest = std::max(widest, metrics.horizontalAdvance(line));
+        double scale = widest > 0 ? (rect.width() - best.indentWidth) / widest : 1.0;
+        if (best.lines.size() > 1) scale = std::min(scale, rect.height() / (lineHeight * best.lines.size()));
+        high = std::clamp(static_cast<int>(std::floor(layoutSize * scale)), low, high);
+        while (high > low && !insideBox(at(high, cap), rect, device)) --high;
+        low = high;
+    }
+    best = at(low, cap);
+    if (!insideBox(best, rect, device)) {
+        best.clipped = true;
+        return best;
+    }
+    while (low < high) {
+        const int middle = (low + high + 1) / 2;
+        TextLayout trial = at(middle, cap);
+        if (insideBox(trial, rect, device)) {
+            low = middle;
+            best = std::move(trial);
+        } else {
+            high = middle - 1;
+        }
+    }
+    return best;
 }
 
 struct LineDecoration {
@@ -121,34 +211,35 @@ struct LineDecoration {
     double underlineWidth = 0;
 };
 
-void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, const TextStyle& style,
-              const QString& family, int indent, const LineDecoration& decoration) {
-    const QRectF rect = units(mmRect);
-    MeasuredFont& measured = measuredFont(style, family, painter.device());
-    const QFont& font = measured.font;
-    painter.setFont(font);
-    painter.setPen(Qt::black);
-    const QFontMetricsF& metrics = measured.metrics;
-    const double indentWidth = indent * font.pixelSize();
+double naturalLineHeight(const TextStyle& style, const QFont& font, const QPaintDevice* device) {
+    return style.lineHeight > 0 ? units(style.lineHeight)
+                                : measured(font, device).lineSpacing;
+}
 
-    QStringList lines;
-    for (const QString& line : splitLines(text)) {
-        if (style.wrap) lines << wrapLine(line, measured, rect.width() - indentWidth);
-        else lines << line;
-    }
-    const double lineHeight = style.lineHeight > 0 ? units(style.lineHeight) : measured.lineSpacing;
-    const double total = lineHeight * lines.size();
+void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, const TextStyle& style,
+               const LineDecoration& decoration) {
+    painter.save();
+    if (layout.clipped) painter.setClipRect(rect);
+    painter.setFont(layout.font);
+    painter.setPen(Qt::black);
+    const QFontMetricsF& metrics = measured(layout.font, painter.device()).metrics;
+    const double lineHeight = layout.lineHeight;
+    const double total = lineHeight * layout.lines.size();
     double y = rect.top();
     if (style.valign == VAlign::Middle) y += (rect.height() - total) / 2;
     else if (style.valign == VAlign::Bottom) y += rect.height() - total;
+    if (layout.clipped) y = rect.top();
 
     const Qt::Alignment h = style.align == HAlign::Center ? Qt::AlignHCenter
                             : style.align == HAlign::Right ? Qt::AlignRight
                                                            : Qt::AlignLeft;
-    for (const QString& line : lines) {
-        const QRectF lineRect(rect.left() + indentWidth, y, rect.width() - indentWidth, lineHeight);
+    for (const QString& line : layout.lines) {
+        const QRectF lineRect(rect.left() + layout.indentWidth, y, rect.width() - layout.indentWidth, lineHeight);
         painter.setPen(Qt::black);
         painter.drawText(lineRect, static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
+        if (style.bold)
+            painter.drawText(lineRect.translated(layout.font.pixelSize() * kBoldShift, 0),
+                             static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
 
         const double width = line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
         double left = lineRect.left();
@@ -175,7 +266,29 @@ void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, cons
             }
         }
         y += lineHeight;
+        if (layout.clipped && y > rect.bottom()) break;
     }
+    painter.restore();
+}
+
+// The form's own texts, as the layout draws them.
+void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, const TextStyle& style) {
+    const QRectF rect = units(mmRect);
+    const QFont font = fontFor(style, QString());
+    static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
+    const TextLayout layout = setText(text.split(lineBreak), style, font, naturalLineHeight(style, font, painter.device()),
+                                      rect, 0, painter.device());
+    drawLines(painter, rect, layout, style, {});
+}
+
+// A field's text: the data, fitted into the field's box.
+void drawFieldText(QPainter& painter, const LayoutField& field, const LineDecoration& decoration) {
+    const QRectF rect = units(field.rect);
+    const QFont font = fontFor(field.style, field.fontName);
+    const TextLayout layout = fitFieldText(field.text, field.style, font,
+                                           naturalLineHeight(field.style, font, painter.device()), rect, field.indent,
+                                           painter.device());
+    drawLines(painter, rect, layout, field.style, decoration);
 }
 
 // An image fills its frame as far as its proportions allow and is never
@@ -245,8 +358,7 @@ void drawField(QPainter& painter, const LayoutField& field, const ImageSink& sin
     case LayoutField::Kind::Text: {
         const LineDecoration decoration{field.strikeLine, field.strikeWidth, field.underline, field.underlineKind,
                                         field.underlineWidth};
-        if (!field.text.isEmpty() || field.strikeLine)
-            drawText(painter, field.rect, field.text, field.style, field.fontName, field.indent, decoration);
+        if (!field.text.isEmpty() || field.strikeLine) drawFieldText(painter, field, decoration);
         break;
     }
     }
@@ -270,7 +382,7 @@ void drawShape(QPainter& painter, const LayoutShape& shape) {
         break;
     case LayoutShape::Kind::Text:
         if (!shape.fill.isEmpty() || shape.penWidth > 0) painter.drawRect(units(shape.rect));
-        drawText(painter, shape.rect, shape.text, shape.style, QString(), 0, {});
+        drawText(painter, shape.rect, shape.text, shape.style);
         break;
     }
     painter.setBrush(Qt::NoBrush);

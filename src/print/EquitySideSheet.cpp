@@ -90,13 +90,18 @@ Headings mReadHeadings(std::int32_t code) {
         if (const int h = headingOfDetail(master[QStringLiteral("ID")].toLong()))
             headings[static_cast<std::size_t>(h - 1)] = master[QStringLiteral("ItemDetailName")].text();
 
-    // The period's own name of a reserve wins over the master's.
+    // The period's own name of a reserve wins over the master's; a period
+    // that names none keeps the master's, since an empty text would leave
+    // the heading blank rather than write it.
     Recordset own = gobjMakeRecordset(
         QStringLiteral("Select * From T_FSItemDetail") + QStringLiteral(" WHERE FSDataCode = ") + where +
         QStringLiteral(" AND FSItemID IN(89 ,90)") + QStringLiteral(" ORDER BY FSItemDetailID"));
-    for (; !own.isNothing() && !own.eof(); own.moveNext())
+    for (; !own.isNothing() && !own.eof(); own.moveNext()) {
+        const QString text = own[QStringLiteral("DataText")].text();
+        if (text.isEmpty()) continue;
         if (const int h = headingOfDetail(own[QStringLiteral("FSItemDetailID")].toLong()))
-            headings[static_cast<std::size_t>(h - 1)] = own[QStringLiteral("DataText")].text();
+            headings[static_cast<std::size_t>(h - 1)] = text;
+    }
 
     headings[0] = QStringLiteral("利益準備金");
     headings[7] = QStringLiteral("別途積立金");

@@ -14,6 +14,7 @@
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
 
+#include <QGuiApplication>
 #include <QPrinter>
 
 namespace kelvary {
@@ -234,7 +235,10 @@ void frmPrintManager::OpenPreview() {
     mPreview = std::make_unique<frmPrintPreview>(mPages, [this] { mPrintPreview(); },
                                                  frmMDIForm::loadedInstance());
     mPreview->setCaptionBase(mstrCaption);
-    if (const frmMDIForm* main = frmMDIForm::loadedInstance()) mPreview->setGeometry(main->geometry());
+    // Sized for a whole page on the main window's screen, not the main
+    // window's area: that shows only part of a page.
+    const frmMDIForm* main = frmMDIForm::loadedInstance();
+    mPreview->fitToScreen(main ? main->screen() : QGuiApplication::primaryScreen());
     mPreview->mShowPageNumber();
     if (userInterface().isBatch()) {
         // No one is there to press a button: batch mode prints, as the print

@@ -5,12 +5,20 @@
 #include "startup/mdlFunctionStandard.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QKeySequence>
 #include <QLabel>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QToolBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
 
 namespace kelvary {
 
@@ -64,7 +72,7 @@ frmPrintPreview::frmPrintPreview(const std::vector<RecordedPage>& pages, std::fu
     setModal(true);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* bar = new QToolBar(this);
+    auto* bar = bar_ = new QToolBar(this);
     bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
     layout->addWidget(bar);
 
@@ -100,6 +108,20 @@ frmPrintPreview::frmPrintPreview(const std::vector<RecordedPage>& pages, std::fu
     view_ = new PreviewPageView(scroll_);
     scroll_->setWidget(view_);
     layout->addWidget(scroll_, 1);
+
+    status_ = new QStatusBar(this);
+    status_->setObjectName(QStringLiteral("StatusBar"));
+    status_->setSizeGripEnabled(false);
+    pageNumber_ = new QLabel(status_);
+    pageNumber_->setObjectName(QStringLiteral("PageNumber"));
+    zoomText_ = new QLabel(status_);
+    zoomText_->setObjectName(QStringLiteral("Zoom"));
+    for (QLabel* label : {pageNumber_, zoomText_}) {
+        label->setContentsMargins(8, 0, 8, 0);
+        status_->addPermanentWidget(label);
+    }
+    layout->addWidget(status_);
+
     resize(900, 1000);
     refreshView();
 }
@@ -111,6 +133,44 @@ QAction* frmPrintPreview::action(const QString& key) const { return findChild<QA
 void frmPrintPreview::setCaptionBase(const QString& base) {
     captionBase_ = base;
     setWindowTitle(captionBase_);
+}
+
+void frmPrintPreview::fitToScreen(const QScreen* screen) {
+    if (!screen || pages_.empty()) return;
+    QSizeF paper;
+    for (const RecordedPage& p : pages_) paper = paper.expandedTo(p.paperMm);
+    if (paper.isEmpty()) return;
+    const QRect area = screen->availableGeometry();
+    // What the window puts around the page: the toolbar and status bar, the
+    // scroll area's frame, and the frame the window manager draws (known
+    // only once shown; a title bar's height is allowed for before that).
+    const int frame = 2 * scroll_->frameWidth() + 4;
+    const int spacing = std::max(0, layout()->spacing());
+    const int chrome = bar_->sizeHint().height() + status_->sizeHint().height() + frame + 2 * spacing;
+    const int decorationH = isVisible() ? frameGeometry().height() - height() : 40;
+    const int decorationW = isVisible() ? frameGeometry().width() - width() : 8;
+    const double pixelsPerMm = screen->logicalDotsPerInchX() / 25.4;
+    const double fit = 100.0 * std::min((area.width() - decorationW - frame) / (paper.width() * pixelsPerMm),
+                                        (area.height() - decorationH - chrome) / (paper.height() * pixelsPerMm));
+    // Whole steps of the zoom buttons where they fit, so that zooming in
+    // comes back to 100 %; below 25 % the largest whole percent that fits.
+    int zoom = fit >= 100 ? 100 : fit >= zoomStep ? static_cast<int>(fit / zoomStep) * zoomStep
+                                                  : static_cast<int>(std::floor(fit));
+    zoom_ = std::clamp(zoom, static_cast<int>(minZoom), 100);
+    refreshView();
+    const QSize pageSize(static_cast<int>(paper.width() * pixelsPerMm * zoom_ / 100.0) + 1,
+                         static_cast<int>(paper.height() * pixelsPerMm * zoom_ / 100.0) + 1);
+    const QSize size(std::max(pageSize.width() + frame, bar_->sizeHint().width()), pageSize.height() + chrome);
+    setGeometry(QRect(area.center() - QPoint(size.width() / 2, (size.height() + decorationH) / 2 - decorationH),
+                      size));
+}
+
+bool frmPrintPreview::event(QEvent* event) {
+    if (event->type() == QEvent::StatusTip) {
+        status_->showMessage(static_cast<QStatusTipEvent*>(event)->tip());
+        return true;
+    }
+    return QDialog::event(event);
 }
 
 void frmPrintPreview::reject() {
@@ -151,6 +211,7 @@ void frmPrintPreview::mPrintPreview() {
 
 void frmPrintPreview::mChangePage(int kind) {
     try {
+        const int before = page_;
         switch (kind) {
         case 0:
             if (page_ >= 2) --page_;
@@ -168,6 +229,8 @@ void frmPrintPreview::mChangePage(int kind) {
             break;
         }
         refreshView();
+        // Another page is read from its top, wherever the last one was left.
+        if (page_ != before) scroll_->verticalScrollBar()->setValue(0);
         mShowPageNumber();
     } catch (...) {
         ShowErrMsg(QStringLiteral("mChangePage"), 1);
@@ -195,6 +258,8 @@ void frmPrintPreview::mShowPageNumber() {
 void frmPrintPreview::refreshView() {
     const bool any = page_ >= 1 && page_ <= pageCount();
     view_->show(any ? &pages_[static_cast<size_t>(page_ - 1)] : nullptr, zoom_);
+    pageNumber_->setText(QStringLiteral("%1 / %2 ページ").arg(any ? page_ : 0).arg(pageCount()));
+    zoomText_->setText(QStringLiteral("倍率 %1%").arg(zoom_));
 }
 
 }  // namespace kelvary

@@ -12,7 +12,10 @@
 
 class QAction;
 class QLabel;
+class QScreen;
 class QScrollArea;
+class QStatusBar;
+class QToolBar;
 
 namespace kelvary {
 
@@ -32,6 +35,11 @@ public:
 
     void setCaptionBase(const QString& base);
 
+    // Starts at the largest zoom (at most 100 %) at which a whole page of the
+    // largest paper fits the screen, sizes the window to show it and centres
+    // the window there.
+    void fitToScreen(const QScreen* screen);
+
     int currentPage() const { return page_; }
     int pageCount() const { return static_cast<int>(pages_.size()); }
     int zoom() const { return zoom_; }
@@ -49,6 +57,10 @@ public:
 public slots:
     void reject() override;
 
+protected:
+    // The toolbar's descriptions (status tips) go to the window's status bar.
+    bool event(QEvent* event) override;
+
 private:
     void onToolClick(const QString& key);
     void mPrintPreview();
@@ -62,6 +74,10 @@ private:
     bool cancelled_ = false;
     PreviewPageView* view_ = nullptr;
     QScrollArea* scroll_ = nullptr;
+    QToolBar* bar_ = nullptr;
+    QStatusBar* status_ = nullptr;
+    QLabel* pageNumber_ = nullptr;
+    QLabel* zoomText_ = nullptr;
 };
 
 }  // namespace kelvary

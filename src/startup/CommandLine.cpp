@@ -35,13 +35,15 @@ struct Options {
     QCommandLineOption printTo{QStringLiteral("print-to"), QStringLiteral("batch: print into this PDF file instead of the printer"), QStringLiteral("FILE")};
     QCommandLineOption help{QStringList{QStringLiteral("help"), QStringLiteral("h")}, QStringLiteral("show this help")};
     QCommandLineOption version{QStringLiteral("version"), QStringLiteral("show the version")};
+    QCommandLineOption qtTexts{QStringLiteral("qt-texts"),
+                               QStringLiteral("show the texts of Qt's own file dialog as this installation shows them")};
     QCommandLineOption layoutProof{QStringLiteral("layout-proof"),
                                    QStringLiteral("developers: print layout NAME of PrintFile/ with its field names into OUT.pdf"),
                                    QStringLiteral("NAME")};
 
     void addTo(QCommandLineParser& parser) const {
         parser.addOptions({home, pdf, agent, mode, parentText, batch, periods, course, proxy,
-                           sendResult, noApplication, noStatements, yes, printTo, help, version, layoutProof});
+                           sendResult, noApplication, noStatements, yes, printTo, help, version, qtTexts, layoutProof});
         parser.addPositionalArgument(QStringLiteral("APPLICATION_FILE"), QStringLiteral("the application data file"));
     }
 };
@@ -67,7 +69,8 @@ CommandLineResult parseCommandLine(const QStringList& arguments) {
     CommandLine c;
     c.showHelp = parser.isSet(o.help);
     c.showVersion = parser.isSet(o.version);
-    if (c.showHelp || c.showVersion) return {c, QString()};
+    c.showQtTexts = parser.isSet(o.qtTexts);
+    if (c.showHelp || c.showVersion || c.showQtTexts) return {c, QString()};
     if (parser.isSet(o.layoutProof)) {
         c.home = parser.value(o.home);
         c.proofLayout = parser.value(o.layoutProof);

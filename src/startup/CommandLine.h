@@ -40,6 +40,7 @@ struct CommandLine {
     bool showHelp = false;
     bool showVersion = false;
     // --layout-proof NAME OUT.pdf: a developer's picture of a layout's fields.
+    bool showQtTexts = false;  // --qt-texts
     QString proofLayout;
     QString proofPdf;
 };

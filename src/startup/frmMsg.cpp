@@ -1,6 +1,7 @@
 // The progress window and gMsgForm, which loads, updates and unloads it.
 #include "startup/frmMsg.h"
 
+#include "platform/AppObject.h"
 #include "startup/frmMDIForm.h"
 #include "startup/UserInterface.h"
 #include "startup/mdlFunctionStandard.h"
@@ -9,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
+#include <QScreen>
 #include <QStyle>
 
 namespace kelvary {
@@ -23,7 +25,7 @@ QPointer<frmMsg>& loadedInstance() {
 frmMsg::frmMsg(QWidget* owner) : QWidget(owner, Qt::Tool | Qt::WindowTitleHint | Qt::CustomizeWindowHint) {
     setObjectName(QStringLiteral("frmMsg"));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QApplication::applicationDisplayName());
+    setWindowTitle(app::title());
     auto* layout = new QHBoxLayout(this);
     auto* picture = new QLabel(this);
     picture->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(32, 32));
@@ -33,6 +35,17 @@ frmMsg::frmMsg(QWidget* owner) : QWidget(owner, Qt::Tool | Qt::WindowTitleHint |
     text_->setMinimumWidth(280);
     text_->setWordWrap(true);
     layout->addWidget(text_, 1);
+}
+
+// Centred on the main window, where the user is looking; a tool window is
+// otherwise left wherever the window manager puts new windows.
+void frmMsg::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    adjustSize();
+    QRect area;
+    if (const QWidget* owner = parentWidget(); owner && owner->isVisible()) area = owner->frameGeometry();
+    else if (const QScreen* screen = this->screen()) area = screen->availableGeometry();
+    if (area.isValid()) move(area.center() - QPoint(width() / 2, height() / 2));
 }
 
 void frmMsg::setMsgText(const QString& text) { text_->setText(text); }

@@ -15,6 +15,9 @@ public:
     void setMsgText(const QString& text);
     QString msgText() const;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QLabel* text_;
 };

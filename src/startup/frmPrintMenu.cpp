@@ -12,8 +12,11 @@
 #include "startup/mdlSubMain.h"
 
 #include <QCheckBox>
+#include <QApplication>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -58,6 +61,55 @@ QString periodText(const Recordset& row) {
 }
 
 
+// The period list. Every entry begins with the blanks of its right-aligned
+// year number, so the view's own type-ahead, which Space feeds as well,
+// would jump to the next entry and select or deselect it on the way: one
+// press would change two periods. Here Space toggles only the entry under
+// the cursor, and typing moves the cursor to the entry whose year number
+// begins with the typed digits, without touching any selection.
+class PeriodList : public QListWidget {
+public:
+    using QListWidget::QListWidget;
+
+    void keyboardSearch(const QString& search) override {
+        if (typedSince_.isValid() && typedSince_.elapsed() > QApplication::keyboardInputInterval())
+            typed_.clear();
+        typedSince_.start();
+        const QString added = search.trimmed();
+        if (added.isEmpty()) return;
+        const bool continuing = !typed_.isEmpty();
+        typed_ += added;
+        const int rows = count();
+        if (rows == 0) return;
+        // A continued word may still fit the current entry; a new one starts
+        // after it, so the same digit pressed again walks through the entries.
+        const int start = currentRow() < 0 ? 0 : currentRow() + (continuing ? 0 : 1);
+        for (int i = 0; i < rows; ++i) {
+            const int row = (start + i) % rows;
+            if (item(row)->text().trimmed().startsWith(typed_, Qt::CaseInsensitive)) {
+                selectionModel()->setCurrentIndex(model()->index(row, 0), QItemSelectionModel::NoUpdate);
+                scrollToItem(item(row));
+                return;
+            }
+        }
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Select) {
+            if (currentIndex().isValid())
+                selectionModel()->select(currentIndex(), QItemSelectionModel::Toggle);
+            event->accept();
+            return;
+        }
+        QListWidget::keyPressEvent(event);
+    }
+
+private:
+    QString typed_;
+    QElapsedTimer typedSince_;
+};
+
 template <typename Widget>
 Widget* named(Widget* widget, const char* name) {
     widget->setObjectName(QString::fromLatin1(name));
@@ -94,7 +146,7 @@ void frmPrintMenu::buildControls() {
     Label1_ = named(new QLabel(QStringLiteral("<印刷する財務諸表を選択してください>"), this), "Label1");
     Label1_->setTextFormat(Qt::PlainText);
 
-    dbgList_ = named(new QListWidget(this), "dbgList");
+    dbgList_ = named(new PeriodList(this), "dbgList");
     dbgList_->setSelectionMode(QAbstractItemView::MultiSelection);
     QFont listFont(QStringLiteral("ＭＳ ゴシック"), 10);
     listFont.setStyleHint(QFont::TypeWriter);
@@ -230,7 +282,11 @@ void frmPrintMenu::mSetList() {
         for (; !rows.eof(); rows.moveNext()) {
             auto* entry = new QListWidgetItem(periodText(rows), dbgList_);
             entry->setData(Qt::UserRole, QVariant::fromValue<qlonglong>(rows[QStringLiteral("IndexID")].toLong()));
-            if (dbgList_->count() == 1) entry->setSelected(true);
+            if (dbgList_->count() == 1) {
+                entry->setSelected(true);
+                // The keys start from the entry the user sees marked.
+                dbgList_->setCurrentItem(entry, QItemSelectionModel::NoUpdate);
+            }
         }
     } catch (...) {
         ShowErrMsg(QStringLiteral("mSetList"), 0);

@@ -1,6 +1,8 @@
-// A whole batch run of an application with problems: the boxes and the
-// report block in the transcript and, answered No, no output. (The sample's
+// Whole batch runs of applications with problems: the boxes and the report
+// block in the transcript and, answered No, no output; and the statement
+// checks of the earlier edition on the sample's newest period. (The sample's
 // clean run is a test of the print driver's runs.)
+#include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
 #include <QFile>
@@ -51,6 +53,64 @@ TEST(ProblemRunTest, ProblemApplicationShowsTheReportAndStopsOnNo) {
                        "--- closed\n"
                        "=== 2 注意\n");
     EXPECT_TRUE(r.standardError.contains(expected)) << r.standardError.toStdString();
+}
+
+// The earlier edition checks the statements of each period it prints: the
+// newest period into a file, No to going on after a problem.
+ProcessResult runEarlier(const ScratchHome& home) {
+    return test::runKelvary({QStringLiteral("--batch"), QStringLiteral("--home"), home.path(), QStringLiteral("--mode"),
+                             QStringLiteral("1"), QStringLiteral("--periods"), QStringLiteral("newest"),
+                             QStringLiteral("--print-to"), home.file(QStringLiteral("out.pdf")),
+                             test::writeEarlierApplication(home)});
+}
+
+// The title lines ("■…") of the problem lists in a transcript, in order.
+QStringList findingTitles(const QString& transcript) {
+    QStringList titles;
+    for (const QString& line : transcript.split(QLatin1Char('\n')))
+        if (line.startsWith(QStringLiteral("■"))) titles << line;
+    return titles;
+}
+
+TEST(ProblemRunTest, OneWrongAmountTellsEachFindingOnce) {
+    ScratchHome home;
+    // 当期純利益 of the income statement a million yen above the equity statement's.
+    test::sqlExec(home.file(QStringLiteral("sample/Ledra.mdb")),
+                  "UPDATE P_FSItemData SET ItemValue=ItemValue+1000000 WHERE FSDataCode=15 AND ItemCode=177");
+    const ProcessResult r = runEarlier(home);
+    EXPECT_EQ(r.exitCode, 1) << r.standardError.toStdString();
+    EXPECT_EQ(findingTitles(r.standardError),
+              (QStringList{QStringLiteral("■損益計算書の当期純利益（当期純損失）の計算が合っていません"),
+                           QStringLiteral("■損益計算書の当期純利益（当期純損失）が経常利益から計算した額と一致していません"),
+                           QStringLiteral("■損益計算書の当期純利益が株主資本等変動計算書と一致していません")}))
+        << r.standardError.toStdString();
+}
+
+TEST(ProblemRunTest, RightStatementsPassWhateverTheFilesAroundThemLookLike) {
+    {
+        SCOPED_TRACE("an equity row without an item code");
+        ScratchHome home;
+        test::sqlExec(home.file(QStringLiteral("sample/Ledra.mdb")),
+                      "INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName, ItemCode, ItemType) "
+                      "VALUES (15, 0, '（注記）', NULL, 10)");
+        const ProcessResult r = runEarlier(home);
+        EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+        EXPECT_FALSE(r.standardError.contains(QStringLiteral("=== 3 "))) << r.standardError.toStdString();
+        EXPECT_TRUE(QFile::exists(home.file(QStringLiteral("out.pdf"))));
+    }
+    {
+        SCOPED_TRACE("a rule file without its last line break");
+        ScratchHome home;
+        const QString rules = home.file(QStringLiteral("DbtData0607H.txt"));
+        QByteArray text = test::readFile(rules);
+        ASSERT_TRUE(text.endsWith("\r\n"));
+        text.chop(2);
+        test::writeFile(rules, text);
+        const ProcessResult r = runEarlier(home);
+        EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+        EXPECT_FALSE(r.standardError.contains(QStringLiteral("=== 3 "))) << r.standardError.toStdString();
+        EXPECT_TRUE(QFile::exists(home.file(QStringLiteral("out.pdf"))));
+    }
 }
 
 }  // namespace

@@ -27,6 +27,9 @@ TEST(RuleFileEnd, WholeFileHoldsEveryRecord) {
     EXPECT_EQ(cutOffOf(kRecord400 + kRecord401 + kRecord402), std::nullopt);
     // Line feeds alone end lines as well.
     EXPECT_EQ(cutOffOf(QByteArray(kRecord400 + kRecord401 + kRecord402).replace("\r\n", "\n")), std::nullopt);
+    // The last record without the line break after its last term.
+    EXPECT_EQ(cutOffOf(kRecord400 + kRecord401 + ":A402\r\nT\r\nS\r\nG\r\n3N,9T\r\n6,-7,8"), std::nullopt);
+    EXPECT_EQ(cutOffOf(kRecord400 + kRecord401 + ":A402\r\nT\r\nS\r\nG\r\n3N,9T\r\n6,-7,8\r"), std::nullopt);
 }
 
 TEST(RuleFileEnd, FileEndingEarlyLosesTheRecordsAfterTheLastOneItHolds) {
@@ -36,8 +39,6 @@ TEST(RuleFileEnd, FileEndingEarlyLosesTheRecordsAfterTheLastOneItHolds) {
     EXPECT_EQ(cutOffOf(kRecord400 + ":A401\r\nT\r\nS\r\nG\r\n2N,5T\r\n4,"), 402);
     // Ends inside the labels of 401.
     EXPECT_EQ(cutOffOf(kRecord400 + ":A401\r\nT\r\nS"), 402);
-    // Ends in the middle of the last line of 402: its last term may have lost digits.
-    EXPECT_EQ(cutOffOf(kRecord400 + kRecord401 + ":A402\r\nT\r\nS\r\nG\r\n3N,9T\r\n6,-7,8"), 402);
     // Nothing of the checks' records at all.
     EXPECT_EQ(cutOffOf("\r\n"), 400);
     EXPECT_EQ(cutOffOf(":A399\r\nT\r\nS\r\nG\r\n0N,0T\r\n"), 400);

@@ -8,6 +8,8 @@
 
 #include "StatementHome.h"
 
+#include <QSet>
+
 #include <gtest/gtest.h>
 
 namespace kelvary {
@@ -48,6 +50,42 @@ TEST(StatementReportTest, SamplePeriodsPassEveryCheck) {
     EXPECT_FALSE(mblnVaridateFSData(0, 3, true, report));
     EXPECT_TRUE(report.startsWith(QStringLiteral("■資産合計と負債純資産合計が一致していません\r\n"))) << report.toStdString();
     EXPECT_TRUE(report.contains(QStringLiteral("■貸借対照表の流動資産合計が各科目の合計と一致していません\r\n")));
+}
+
+// The paragraphs of a problem list: each from its "■" line to the next.
+QStringList paragraphs(const QString& report) {
+    QStringList result;
+    for (const QString& line : report.split(QStringLiteral("\r\n"))) {
+        if (line.startsWith(QStringLiteral("■"))) result << QString();
+        if (!result.isEmpty() && !line.isEmpty()) result.last() += line + QLatin1Char('\n');
+    }
+    return result;
+}
+
+TEST(StatementReportTest, NoSingleWrongAmountShowsTheSameParagraphTwice) {
+    IntakeHome home;
+    const QString file = home.file(QStringLiteral("sample/app.dat"));
+    clsAnlBasicInfo().LoadData(file);
+    clsApply2Data().LoadData(file);
+    // The newest period, with its equity statement.
+    mCopyZaimuData(3, 15);
+    mPutSpecialItemCode(3);
+    mReplaceFixedAssets(3);
+    const QStringList codes = home.rows("SELECT DISTINCT ItemCode FROM tmpFSItemData WHERE FSDataCode=3 ORDER BY ItemCode");
+    ASSERT_GT(codes.size(), 100);
+    int failing = 0;
+    for (const QString& code : codes) {
+        const QString where = QStringLiteral(" WHERE FSDataCode=3 AND ItemCode=") + code;
+        home.exec(home.database(), ("UPDATE tmpFSItemData SET ItemValue=ItemValue+5000000" + where).toUtf8().constData());
+        QString report;
+        if (!mblnVaridateFSData(0, 3, true, report)) ++failing;
+        const QStringList found = paragraphs(report);
+        EXPECT_EQ(QSet<QString>(found.begin(), found.end()).size(), found.size())
+            << "item " << code.toStdString() << ":\n" << report.toStdString();
+        home.exec(home.database(), ("UPDATE tmpFSItemData SET ItemValue=ItemValue-5000000" + where).toUtf8().constData());
+    }
+    // The rules are there to be met: most lines take part in some sum.
+    EXPECT_GT(failing, codes.size() / 2);
 }
 
 TEST(StatementReportTest, ProblemsGoToTheListUnderThePeriodHeader) {

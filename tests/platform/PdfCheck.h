@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QImage>
+#include <QList>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QString>
@@ -40,6 +41,41 @@ inline QString pdfText(const QString& pdf, int page = 0) {
     args << pdf << QStringLiteral("-");
     return runTool(QStringLiteral("pdftotext"), args).out;
 }
+
+// A word pdftotext finds on a page, with its box in points from the top left
+// corner of the paper. (pdftotext reads an ideographic space as a break
+// between words.)
+struct PdfWord {
+    QString text;
+    double xMin = 0, yMin = 0, xMax = 0, yMax = 0;
+};
+
+// The words of one page (from 1), or of the whole file when page is 0.
+inline QList<PdfWord> pdfWords(const QString& pdf, int page = 0) {
+    QStringList args{QStringLiteral("-bbox")};
+    if (page > 0) args << QStringLiteral("-f") << QString::number(page) << QStringLiteral("-l") << QString::number(page);
+    args << pdf << QStringLiteral("-");
+    const ToolRun run = runTool(QStringLiteral("pdftotext"), args);
+    static const QRegularExpression word(QStringLiteral(
+        "<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" yMax=\"([0-9.]+)\">([^<]*)</word>"));
+    QList<PdfWord> words;
+    for (auto it = word.globalMatch(run.out); it.hasNext();) {
+        const auto m = it.next();
+        words << PdfWord{m.captured(5), m.captured(1).toDouble(), m.captured(2).toDouble(), m.captured(3).toDouble(),
+                         m.captured(4).toDouble()};
+    }
+    return words;
+}
+
+// The first word of that text, or nullptr.
+inline const PdfWord* findWord(const QList<PdfWord>& words, const QString& text) {
+    for (const PdfWord& w : words)
+        if (w.text == text) return &w;
+    return nullptr;
+}
+
+// Millimetres on the paper, in the points pdftotext measures in.
+inline double mmToPt(double mm) { return mm * 72.0 / 25.4; }
 
 // A field of pdfinfo's report, such as "Pages" or "Title".
 inline QString pdfInfo(const QString& pdf, const QString& key, int page = 0) {

@@ -1,6 +1,8 @@
 // Whole runs of the program in batch mode on a scratch copy of the program
 // folder: what the run leaves in the working tables, UserData.ini and the
 // transcript, and what it answers with its exit status.
+#include "platform/Cp932.h"
+#include "platform/PdfCheck.h"
 #include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
@@ -144,30 +146,6 @@ TEST_F(SampleRun, SecondInstanceIsRefusedWithoutTouchingTheDatabase) {
     EXPECT_EQ(database.readAll(), before);
 }
 
-namespace {
-// The sample application without its edition record: the 2004-03-01 default
-// applies and the earlier driver prints it.
-QString writeEarlierApplication(const ScratchHome& home) {
-    QFile in(home.file(QStringLiteral("sample/app.dat")));
-    EXPECT_TRUE(in.open(QIODevice::ReadOnly));
-    QByteArray text = in.readAll();
-    const qsizetype at = text.indexOf("\"EnforceDate\"");
-    EXPECT_GE(at, 0);
-    text.remove(at, text.indexOf('\n', at) - at + 1);
-    const QString path = home.file(QStringLiteral("sample/earlier.dat"));
-    QFile out(path);
-    EXPECT_TRUE(out.open(QIODevice::WriteOnly));
-    out.write(text);
-    return path;
-}
-
-QString pdfText(const QString& pdf) {
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-    p.waitForFinished(30000);
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
-}  // namespace
 
 TEST_F(SampleRun, EarlierEditionMarksThePeriodWhoseStatementsFail) {
     // A million yen more cash in the newest period: its balance sheet no longer adds up.
@@ -311,4 +289,168 @@ TEST(SampleJetRun, ASecondRunTakesTheCopyOfTheFirst) {
     EXPECT_EQ(temp.entryList({QStringLiteral("*.sqlite")}, QDir::Files), copies);
     EXPECT_EQ(QFileInfo(copy.filePath()).lastModified(), made);
     EXPECT_EQ(column(home.file("SystemData.mdb"), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"3"});
+}
+
+namespace {
+
+// The sample application with some of its values replaced (a null text
+// leaves the record out), written beside it under the given name.
+QString writeSampleWith(const ScratchHome& home, const QString& name, const QMap<QString, QString>& values) {
+    QStringList lines = kelvary::cp932Decode(readFile(home.file(QStringLiteral("sample/app.dat")))).split(QStringLiteral("\r\n"));
+    for (QString& line : lines) {
+        for (auto it = values.begin(); it != values.end(); ++it) {
+            const QString key = QLatin1Char('"') + it.key() + QStringLiteral("\",");
+            if (!line.startsWith(key)) continue;
+            const qsizetype end = line.indexOf(QStringLiteral(","), key.size());
+            line = it.value().isNull() ? QString() : key + QLatin1Char('"') + it.value() + QLatin1Char('"') + line.mid(end);
+        }
+    }
+    lines.removeAll(QString());
+    const QString path = home.file(QStringLiteral("sample/") + name);
+    writeFile(path, kelvary::cp932Encode(lines.join(QStringLiteral("\r\n"))));
+    return path;
+}
+
+// Whether every word lies inside the box (millimetres), give or take the
+// font's ascent above the glyphs that pdftotext counts in.
+::testing::AssertionResult inside(const PdfWord& w, double left, double top, double right, double bottom) {
+    const double slack = 1.0;
+    if (w.xMin >= mmToPt(left) - slack && w.xMax <= mmToPt(right) + slack && w.yMin >= mmToPt(top) - slack &&
+        w.yMax <= mmToPt(bottom) + slack)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << w.text.toStdString() << " at " << w.xMin << "," << w.yMin << "-" << w.xMax
+                                         << "," << w.yMax << " pt, outside " << mmToPt(left) << "," << mmToPt(top) << "-"
+                                         << mmToPt(right) << "," << mmToPt(bottom);
+}
+
+// The lines of a long text, as pdftotext finds them: the words of the page
+// that are pieces of it, long enough not to be some other field's.
+QList<PdfWord> wordsOf(const QList<PdfWord>& words, const QString& text) {
+    QList<PdfWord> found;
+    for (const PdfWord& w : words)
+        if (w.text.size() >= 8 && text.contains(w.text)) found << w;
+    return found;
+}
+
+const QString kRegistered = QStringLiteral("北海道札幌市中央区北三条西四丁目１番地１北斗ビル十二階");  // 54 bytes
+const QString kActual = QStringLiteral("北海道札幌市中央区北三条西四丁目１番地１北斗ビル十二階一二三四");  // 62 bytes
+const QString kOffice = QStringLiteral("東京都千代田区霞が関二丁目１番３号中央合同庁舎第三号館").repeated(3);
+const QString kRemarks = QStringLiteral("平成21年3月期決算に基づき申請します。").repeated(12);
+}  // namespace
+
+TEST_F(SampleRun, LongTextsStayInsideTheirBoxesOfTheApplicationForm) {
+    const QString application = writeSampleWith(home, QStringLiteral("long.dat"),
+                                                {{QStringLiteral("ApplierColumnAddress1"), kRegistered},
+                                                 {QStringLiteral("ApplierColumnAddress"), kActual},
+                                                 {QStringLiteral("OfficeAddr"), kOffice},
+                                                 {QStringLiteral("Remarks"), kRemarks}});
+    const auto expectInsideTheForm = [&](const QList<PdfWord>& words) {
+        // 所在地 (C41) below the dashed rule of its row, 備考 (C48) in its row,
+        // both right of their captions and left of the frame.
+        const QList<PdfWord> office = wordsOf(words, kOffice);
+        ASSERT_FALSE(office.isEmpty());
+        for (const PdfWord& w : office) EXPECT_TRUE(inside(w, 77, 234, 198, 241.5));
+        const QList<PdfWord> remarks = wordsOf(words, kRemarks);
+        ASSERT_FALSE(remarks.isEmpty());
+        for (const PdfWord& w : remarks) EXPECT_TRUE(inside(w, 62, 256.5, 198, 269.5));
+        for (const PdfWord& w : words) EXPECT_TRUE(inside(w, 0, 0, 210, 297));
+    };
+    {
+        SCOPED_TRACE("the form to PDF (mode 2)");
+        const ProcessResult r = run({"--mode", "2", "--pdf", home.file("form.pdf"), application});
+        ASSERT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+        const QList<PdfWord> words = pdfWords(home.file("form.pdf"));
+        expectInsideTheForm(words);
+        // Both addresses take two lines of the column, and each label stays
+        // on the line its line breaks give it: 事実上の住所 beside the first
+        // line of the actual address, 申　請　者 two lines under it
+        // (beside the president's line), 作　成　者 beside the creator.
+        const PdfWord* actual = findWord(words, QStringLiteral("北海道札幌市中央区北三条西四丁目１番地１"));
+        const PdfWord* registeredLabel = findWord(words, QStringLiteral("登記上の住所"));
+        const PdfWord* actualLabel = findWord(words, QStringLiteral("事実上の住所"));
+        const PdfWord* applicant = findWord(words, QStringLiteral("申"));
+        const PdfWord* president = findWord(words, QStringLiteral("代表取締役"));
+        const PdfWord* creator = findWord(words, QStringLiteral("作"));
+        const PdfWord* creatorLine = findWord(words, QStringLiteral("経理部長"));
+        ASSERT_TRUE(actual && registeredLabel && actualLabel && applicant && president && creator && creatorLine);
+        EXPECT_TRUE(findWord(words, QStringLiteral("北斗ビル十二階")));
+        EXPECT_TRUE(findWord(words, QStringLiteral("北斗ビル十二階一二三四")));
+        const QList<PdfWord> firstLines = wordsOf(words, QStringLiteral("北海道札幌市中央区北三条西四丁目１番地１"));
+        ASSERT_EQ(firstLines.size(), 2);
+        EXPECT_NEAR(registeredLabel->yMin, firstLines[0].yMin, 0.5);
+        EXPECT_NEAR(actualLabel->yMin, firstLines[1].yMin, 0.5);
+        EXPECT_NEAR(applicant->yMin, president->yMin, 0.5);
+        EXPECT_NEAR(creator->yMin, creatorLine->yMin, 0.5);
+    }
+    {
+        SCOPED_TRACE("the sample's own address, one line");
+        const ProcessResult r = run({"--mode", "2", "--pdf", home.file("sample.pdf"), sampleApp()});
+        ASSERT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+        const QList<PdfWord> words = pdfWords(home.file("sample.pdf"));
+        const PdfWord* applicant = findWord(words, QStringLiteral("申"));
+        const PdfWord* name = findWord(words, QStringLiteral("株式会社北斗建設"));
+        ASSERT_TRUE(applicant && name);
+        EXPECT_NEAR(applicant->yMin, name->yMin, 0.5);
+    }
+    {
+        SCOPED_TRACE("the earlier edition's form");
+        QMap<QString, QString> earlier{{QStringLiteral("OfficeAddr"), kOffice},
+                                       {QStringLiteral("Remarks"), kRemarks},
+                                       {QStringLiteral("EnforceDate"), QString()}};
+        const ProcessResult r = run({"--mode", "1", "--periods", "newest", "--yes", "--print-to", home.file("earlier.pdf"),
+                                     writeSampleWith(home, QStringLiteral("earlier.dat"), earlier)});
+        ASSERT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+        expectInsideTheForm(pdfWords(home.file("earlier.pdf"), 2));
+    }
+    {
+        SCOPED_TRACE("the printed form (mode 3)");
+        const ProcessResult r =
+            run({"--mode", "3", "--periods", "newest", "--pdf", home.file("all.pdf"), application});
+        ASSERT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+        // The supplementary document, then the form.
+        expectInsideTheForm(pdfWords(home.file("all.pdf"), 2));
+    }
+}
+
+TEST_F(SampleRun, SideSheetKeepsTenDigitAmountsInTheirCellsAndTheMasterHeadingOfAnUnnamedReserve) {
+    const QString ledra = home.file(QStringLiteral("sample/Ledra.mdb"));
+    // The closing balances of the newest period in the thousands of millions
+    // of yen, and its first reserve left without a name of its own.
+    sqlExec(ledra, "UPDATE T_FSCapitalRow SET BenefitTotal=-1234567890123, BenefitOtherCarryOver=9876543210987 "
+                   "WHERE FSDataCode=15 AND RowNo=10");
+    sqlExec(ledra, "UPDATE T_FSItemDetail SET DataText='' WHERE FSDataCode=15 AND FSItemDetailID=234");
+    const ProcessResult r = run({"--mode", "3", "--periods", "newest", "--pdf", home.file("out.pdf"), sampleApp()});
+    ASSERT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+    const int pages = pdfInfo(home.file("out.pdf"), QStringLiteral("Pages")).toInt();
+    const QList<PdfWord> words = pdfWords(home.file("out.pdf"), pages);
+    ASSERT_TRUE(findWord(words, QStringLiteral("株主資本等変動計算書")));
+    // Row 10, between the rules of the last two columns and inside the frame.
+    const PdfWord* total = findWord(words, QStringLiteral("△1,234,567,890"));
+    const PdfWord* carriedOver = findWord(words, QStringLiteral("9,876,543,210"));
+    ASSERT_TRUE(total && carriedOver) << pdfText(home.file("out.pdf"), pages).toStdString();
+    EXPECT_TRUE(inside(*total, 263.7, 143, 285, 152));
+    EXPECT_TRUE(inside(*carriedOver, 242.4, 143, 263.7, 152));
+    // The master's name of reserve 234 stands over the second column; the
+    // other reserve keeps the period's own name.
+    const PdfWord* heading = findWord(words, QStringLiteral("準備金１"));
+    ASSERT_TRUE(heading) << pdfText(home.file("out.pdf"), pages).toStdString();
+    EXPECT_TRUE(inside(*heading, 93.3, 46, 114.6, 62));
+    EXPECT_TRUE(findWord(words, QStringLiteral("圧縮積立金")));
+    for (const PdfWord& w : words) EXPECT_TRUE(inside(w, 0, 0, 297, 210));
+}
+
+TEST_F(SampleRun, SampleRegistrationNumberReadsOnceOnTheForm) {
+    // An agent's own filing prints the agent block with the number between
+    // "登録" and "号"; filing for a client prints it after "登録番号".
+    QByteArray ini = readFile(home.file("UserData.ini"));
+    ASSERT_TRUE(ini.contains("UserClass=0"));
+    writeFile(home.file("UserData.ini"), ini.replace("UserClass=0", "UserClass=1"));
+    ASSERT_EQ(run({"--mode", "2", "--pdf", home.file("own.pdf"), sampleApp()}).exitCode, 0);
+    ASSERT_EQ(run({"--mode", "2", "--agent", "--pdf", home.file("agent.pdf"), sampleApp()}).exitCode, 0);
+    const QString own = pdfText(home.file("own.pdf"));
+    const QString agent = pdfText(home.file("agent.pdf"));
+    EXPECT_TRUE(own.contains(QRegularExpression(QStringLiteral("登録第01234567号\\s+TEL:011-756-1234")))) << own.toStdString();
+    EXPECT_TRUE(agent.contains(QRegularExpression(QStringLiteral("登録番号\\s+第01234567\n")))) << agent.toStdString();
+    EXPECT_FALSE(own.contains(QStringLiteral("号号")));
+    EXPECT_FALSE(agent.contains(QStringLiteral("号号")));
 }

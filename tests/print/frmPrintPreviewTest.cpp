@@ -1,15 +1,21 @@
 // The preview window: paging and zoom stay within their limits, the caption
 // counts pages, the toolbar keeps its order and tooltips, and leaving with the
-// cancel button prints nothing.
+// cancel button prints nothing. A new page shows from its top, bold text is
+// bold on screen, and the print button's description reaches the status bar.
 #include "platform/LayoutDocument.h"
 #include "print/frmPrintPreview.h"
 
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
+#include <QEnterEvent>
 #include <QImage>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QTest>
 #include <QToolBar>
 
 namespace kelvary {
@@ -106,6 +112,59 @@ TEST(PreviewWindowPaint, ShowsTheCurrentPageScaledByTheZoom) {
     window.mChangeScale(0);  // 50 %
     const int atHalf = darkPixels(page->grab().toImage());
     EXPECT_NEAR(atHalf, side * side / 4, 2 * side + 4);
+}
+
+TEST_F(PreviewWindow, ANewPageShowsFromItsTop) {
+    window_.resize(500, 400);  // far less than a page at 100 %
+    window_.show();
+    QScrollBar* bar = window_.findChild<QScrollArea*>()->verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 0);
+    QToolBar* tools = window_.findChild<QToolBar*>();
+    const auto click = [&](const char* key) {
+        QTest::mouseClick(tools->widgetForAction(window_.action(QLatin1String(key))), Qt::LeftButton);
+    };
+    for (const char* key : {"ID_Next", "ID_Last", "ID_Back", "ID_First"}) {
+        bar->setValue(bar->maximum());
+        click(key);
+        EXPECT_EQ(bar->value(), 0) << key;
+    }
+    // Back on the first page changes nothing, so the place is kept.
+    bar->setValue(bar->maximum() / 2);
+    click("ID_Back");
+    EXPECT_EQ(bar->value(), bar->maximum() / 2);
+}
+
+TEST_F(PreviewWindow, ThePrintButtonsDescriptionShowsWhenPointedAt) {
+    window_.show();
+    QWidget* print = window_.findChild<QToolBar*>()->widgetForAction(window_.action(QStringLiteral("ID_Print")));
+    const QPointF middle = QRectF(print->rect()).center();
+    QEnterEvent enter(middle, print->mapTo(&window_, middle), print->mapToGlobal(middle));
+    QApplication::sendEvent(print, &enter);
+    const QStatusBar* status = window_.findChild<QStatusBar*>();
+    ASSERT_NE(status, nullptr);
+    EXPECT_EQ(status->currentMessage(),
+              QStringLiteral("作業中のファイル、または選択されたアイテムを印刷します。"
+                             "印刷オプションを設定するには[ファイル]メニューの[印刷]をクリックします。"));
+    EXPECT_EQ(window_.action(QStringLiteral("ID_Print"))->toolTip(), QStringLiteral("印刷します"));
+}
+
+TEST(PreviewWindowPaint, BoldTextIsBolderOnScreen) {
+    // The same title twice, the second bold, each in its own half of the page.
+    const char* json = R"({"pages": [{"items": [
+        {"type": "text", "x": 10, "y": 10, "w": 150, "h": 10, "text": "経営状況分析申請書", "size": 14},
+        {"type": "text", "x": 10, "y": 150, "w": 150, "h": 10, "text": "経営状況分析申請書", "size": 14,
+         "bold": true}]}]})";
+    const std::vector<RecordedPage> pages{recordLayoutPage(LayoutDocument::fromJson(json, QStringLiteral("T.w30")), 1)};
+    frmPrintPreview window(pages, {});
+    window.resize(1200, 1400);
+    window.show();
+    const QImage image = window.findChild<QScrollArea*>()->widget()->grab().toImage();
+    const int regular = darkPixels(image.copy(0, 0, image.width(), image.height() / 2));
+    const int bold = darkPixels(image.copy(0, image.height() / 2, image.width(), image.height() / 2));
+    ASSERT_GT(regular, 200);  // the title was drawn at all
+    // An emboldened stroke is wider by a fraction of a pixel on each side:
+    // at least a fifth more ink.
+    EXPECT_GT(bold, regular * 6 / 5);
 }
 
 }  // namespace

@@ -84,3 +84,19 @@ TEST(Program, LayoutProofPrintsTheFieldNames) {
     EXPECT_EQ(missing.exitCode, 3);
     EXPECT_TRUE(missing.standardError.contains(QStringLiteral("None.w30")));
 }
+
+// The program itself, on a C locale, words Qt's own file dialog in Japanese.
+TEST(Program, QtTextsAreJapaneseOnAnyLocale) {
+    const QByteArray before = qgetenv("LC_ALL");
+    qputenv("LC_ALL", "C");
+    const auto run = test::runKelvary({"--qt-texts"});
+    if (before.isNull()) qunsetenv("LC_ALL");
+    else qputenv("LC_ALL", before);
+    ASSERT_EQ(run.exitCode, 0) << run.standardError.toStdString();
+    const QStringList lines = run.standardOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const char* expected : {"lookInLabel: アドレス:", "fileNameLabel: ファイル名(&N):",
+                                 "fileTypeLabel: ファイルの種類:", "button: 開く(&O)", "button: キャンセル",
+                                 "column: 名前", "column: サイズ", "column: タイプ", "column: 更新日",
+                                 "menu: コピー(&C)", "menu: すべてを選択"})
+        EXPECT_TRUE(lines.contains(QString::fromUtf8(expected))) << expected << "\n" << run.standardOutput.toStdString();
+}

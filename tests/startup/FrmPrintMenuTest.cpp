@@ -246,6 +246,63 @@ TEST_F(PrintMenu, ConfirmWritesTheMarkOfEveryPeriod) {
     EXPECT_EQ(home.column("SELECT PrintFlag FROM tblIndex ORDER BY IndexID"), QStringLiteral("1,0,0"));
 }
 
+// Keys on the period list: each changes only the entry under the cursor.
+// The entries begin with blanks, so a Space that also searched would jump to
+// the next entry and change it too.
+TEST_F(PrintMenu, SpaceOnEveryRowTogglesThatPeriodAlone) {
+    home.run(kThreePeriods);
+    menu.show();
+    QListWidget* periods = list();
+    for (int row = 0; row < 3; ++row) {
+        QTest::keyClick(periods, Qt::Key_Home);
+        for (int i = 0; i < row; ++i) QTest::keyClick(periods, Qt::Key_Down);
+        ASSERT_EQ(periods->currentRow(), row);
+        EXPECT_EQ(selectedRows(), QList<int>{0}) << "moving to row " << row;
+
+        QTest::keyClick(periods, Qt::Key_Space);
+        EXPECT_EQ(periods->currentRow(), row);
+        EXPECT_EQ(selectedRows(), row == 0 ? QList<int>{} : (QList<int>{0, row})) << "Space on row " << row;
+
+        QTest::keyClick(periods, Qt::Key_Space);
+        EXPECT_EQ(periods->currentRow(), row);
+        EXPECT_EQ(selectedRows(), QList<int>{0}) << "second Space on row " << row;
+    }
+
+    // Upwards from the end, every row again, keeping what was chosen.
+    QTest::keyClick(periods, Qt::Key_End);
+    for (int row = 2; row >= 0; --row) {
+        ASSERT_EQ(periods->currentRow(), row);
+        QTest::keyClick(periods, Qt::Key_Space);
+        QTest::keyClick(periods, Qt::Key_Up);
+    }
+    EXPECT_EQ(selectedRows(), (QList<int>{1, 2}));
+    EXPECT_FALSE(anyErrorReport());
+}
+
+TEST_F(PrintMenu, SpaceOnTheOldestThenEnterPrintsTheNewestAndTheOldest) {
+    home.run(kThreePeriods);
+    menu.show();
+    QTest::keyClick(list(), Qt::Key_End);
+    QTest::keyClick(list(), Qt::Key_Space);
+    EXPECT_EQ(selectedRows(), (QList<int>{0, 2}));
+    QTest::keyClick(list(), Qt::Key_Return);
+
+    EXPECT_FALSE(menu.isVisible());
+    EXPECT_FALSE(menu.IsCancel());
+    // IndexID 1 is the oldest, 3 the newest.
+    EXPECT_EQ(home.column("SELECT PrintFlag FROM tblIndex ORDER BY IndexID"), QStringLiteral("1,0,1"));
+}
+
+TEST_F(PrintMenu, TypingAYearNumberMovesTheCursorWithoutSelecting) {
+    home.run(kThreePeriods);  // rows: 12期, 11期, 10期
+    menu.show();
+    QTest::keyClicks(list(), QStringLiteral("10"));
+    EXPECT_EQ(list()->currentRow(), 2);
+    EXPECT_EQ(selectedRows(), QList<int>{0});
+    QTest::keyClick(list(), Qt::Key_Space);
+    EXPECT_EQ(selectedRows(), (QList<int>{0, 2}));
+}
+
 TEST_F(PrintMenu, CancelAndTitleBarCloseBothCancel) {
     menu.show();
     click("cmdCancel");

@@ -25,8 +25,10 @@ public:
     void showReport(const QString& title, const QString& text) override {
         reports.append(title + QLatin1Char('\n') + text);
     }
-    bool isBatch() const override { return true; }
+    bool isBatch() const override { return batch; }
 
+    // False lets modal windows run their own loop, as on the desktop.
+    bool batch = true;
     MsgAnswer yesNoAnswer = MsgAnswer::No;
     QList<RecordedMessage> messages;
     QList<QString> reports;
