@@ -65,7 +65,7 @@ void BM_RenderQrPage(benchmark::State& state) {
     for (auto _ : state) {
         fillQrPage(manager, symbols);
         RecordedPage page = recordLayoutPage(*manager.document(), 1);
-        benchmark::DoNotOptimize(page.picture.size());
+        benchmark::DoNotOptimize(page.pictures.size());
     }
 }
 

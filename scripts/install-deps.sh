@@ -11,7 +11,7 @@ packages=(
   fonts-ipafont-gothic
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   zbar-tools poppler-utils qpdf
-  time python3
+  time python3 valgrind
   dpkg-dev desktop-file-utils man-db
   clang libclang-rt-14-dev
 )

@@ -7,6 +7,7 @@
 
 #include <QColor>
 #include <QFontMetricsF>
+#include <QHash>
 #include <QImage>
 #include <QPainter>
 #include <QPen>
@@ -14,7 +15,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <map>
+#include <memory>
+#include <tuple>
 
 namespace kelvary {
 
@@ -38,6 +43,35 @@ QFont fontFor(const TextStyle& style, const QString& family) {
     return font;
 }
 
+// A font's metrics on a device of some resolution, and the advances of the
+// characters measured so far. A page has a few dozen fields in a handful of
+// fonts and sizes; making the metrics anew for every field, and for every
+// size tried while shrinking one, cost more than drawing the text.
+struct MeasuredFont {
+    QFontMetricsF metrics;
+    double lineSpacing;
+    QHash<char16_t, double> advances;
+
+    double advance(QChar c) {
+        auto it = advances.constFind(c.unicode());
+        if (it == advances.cend()) it = advances.insert(c.unicode(), metrics.horizontalAdvance(c));
+        return *it;
+    }
+};
+
+// Metrics depend on the device only through its resolution.
+MeasuredFont& measured(const QFont& font, const QPaintDevice* device) {
+    using Key = std::tuple<QString, int, int, int>;
+    thread_local std::map<Key, std::unique_ptr<MeasuredFont>> fonts;
+    const int dpi = device ? device->logicalDpiY() : 0;
+    std::unique_ptr<MeasuredFont>& entry = fonts[Key{font.family(), font.pixelSize(), font.weight(), dpi}];
+    if (!entry) {
+        const QFontMetricsF metrics(font, device);
+        entry = std::make_unique<MeasuredFont>(MeasuredFont{metrics, metrics.lineSpacing(), {}});
+    }
+    return *entry;
+}
+
 QPen penOf(double widthMm, Qt::PenStyle style = Qt::SolidLine) {
     QPen pen(Qt::black);
     pen.setWidthF(units(widthMm));
@@ -49,17 +83,25 @@ QPen penOf(double widthMm, Qt::PenStyle style = Qt::SolidLine) {
 // Breaks one line so that no piece is wider than width. Japanese text has no
 // spaces to break at, so the break falls between any two characters. Stops
 // once it has maxPieces pieces (the rest could not be shown anyway).
-QStringList wrapLine(const QString& line, const QFontMetricsF& metrics, double width, qsizetype maxPieces) {
+// The sum of the characters' own advances stands in for the measure of the
+// growing piece until it comes within an em of the width; only from there is
+// the piece itself measured, as shaping may make it a little narrower or wider.
+QStringList wrapLine(const QString& line, MeasuredFont& font, double em, double width, qsizetype maxPieces) {
     QStringList pieces;
     QString current;
+    double estimate = 0;
     for (const QChar c : line) {
         if (pieces.size() >= maxPieces) return pieces;
-        if (!current.isEmpty() && metrics.horizontalAdvance(current + c) > width) {
+        const double advance = font.advance(c);
+        if (!current.isEmpty() && estimate + advance > width - em &&
+            font.metrics.horizontalAdvance(current + c) > width) {
             pieces << current;
             current.clear();
+            estimate = 0;
             if (pieces.size() >= maxPieces) return pieces;
         }
         current += c;
+        estimate += advance;
     }
     pieces << current;
     return pieces;
@@ -83,11 +125,12 @@ TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const 
     layout.font = font;
     layout.lineHeight = lineHeight;
     layout.indentWidth = indent * font.pixelSize();
-    const QFontMetricsF metrics(font, device);
+    MeasuredFont& metrics = measured(font, device);
     for (const QString& paragraph : paragraphs) {
         if (layout.lines.size() >= maxLines) break;
         if (style.wrap)
-            layout.lines << wrapLine(paragraph, metrics, rect.width() - layout.indentWidth, maxLines - layout.lines.size());
+            layout.lines << wrapLine(paragraph, metrics, font.pixelSize(), rect.width() - layout.indentWidth,
+                                     maxLines - layout.lines.size());
         else
             layout.lines << paragraph;
     }
@@ -97,7 +140,7 @@ TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const 
 bool insideBox(const TextLayout& layout, const QRectF& rect, const QPaintDevice* device) {
     // A single line may stand a little taller than a low box: it is centred on it.
     if (layout.lines.size() > 1 && layout.lineHeight * layout.lines.size() > rect.height() + 0.5) return false;
-    const QFontMetricsF metrics(layout.font, device);
+    const QFontMetricsF& metrics = measured(layout.font, device).metrics;
     const double width = rect.width() - layout.indentWidth;
     for (const QString& line : layout.lines)
         if (metrics.horizontalAdvance(line) > width + 0.5) return false;
@@ -138,7 +181,7 @@ TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont
     if (!style.wrap) {
         // Unwrapped lines shrink in proportion to the size: one measure gives
         // the answer, so a very long text is not measured again and again.
-        const QFontMetricsF metrics(font, device);
+        const QFontMetricsF& metrics = measured(font, device).metrics;
         double widest = 0;
         for (const QString& line : best.lines) widest = std::max(widest, metrics.horizontalAdvance(line));
         double scale = widest > 0 ? (rect.width() - best.indentWidth) / widest : 1.0;
@@ -175,7 +218,7 @@ struct LineDecoration {
 
 double naturalLineHeight(const TextStyle& style, const QFont& font, const QPaintDevice* device) {
     return style.lineHeight > 0 ? units(style.lineHeight)
-                                : QFontMetricsF(font, device).lineSpacing();
+                                : measured(font, device).lineSpacing;
 }
 
 void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, const TextStyle& style,
@@ -184,7 +227,7 @@ void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, 
     if (layout.clipped) painter.setClipRect(rect);
     painter.setFont(layout.font);
     painter.setPen(Qt::black);
-    const QFontMetricsF metrics(layout.font, painter.device());
+    const QFontMetricsF& metrics = measured(layout.font, painter.device()).metrics;
     const double lineHeight = layout.lineHeight;
     const double total = lineHeight * layout.lines.size();
     double y = rect.top();
@@ -273,7 +316,19 @@ QImage blackFirst(QImage image) {
     return image;
 }
 
-void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file) {
+void drawImageAt(QPainter& painter, const QRectF& target, const QImage& image) {
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter.setRenderHint(QPainter::LosslessImageRendering, true);
+    painter.drawImage(target, image);
+    painter.restore();
+}
+
+// Where the images of a page go: straight onto the painter, or, while a page
+// is recorded, beside its pictures.
+using ImageSink = std::function<void(QPainter&, const QRectF&, const QImage&)>;
+
+void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file, const ImageSink& sink) {
     if (file.isEmpty()) return;
     const QImage image = blackFirst(QImage(file));
     if (image.isNull()) return;
@@ -282,11 +337,9 @@ void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file) {
     const double width = std::floor(image.width() * scale);
     const double height = std::floor(image.height() * scale);
     const QPointF topLeft(std::round(rect.center().x() - width / 2), std::round(rect.center().y() - height / 2));
-    painter.save();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    painter.setRenderHint(QPainter::LosslessImageRendering, true);
-    painter.drawImage(QRectF(topLeft, QSizeF(width, height)), image);
-    painter.restore();
+    const QRectF target(topLeft, QSizeF(width, height));
+    if (sink) sink(painter, target, image);
+    else drawImageAt(painter, target, image);
 }
 
 void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame) {
@@ -297,15 +350,15 @@ void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame
     else painter.drawEllipse(units(mmRect));
 }
 
-void drawField(QPainter& painter, const LayoutField& field) {
+void drawField(QPainter& painter, const LayoutField& field, const ImageSink& sink) {
     if (!field.visible) return;
     drawFrame(painter, field.rect, field.frame);
     switch (field.kind) {
     case LayoutField::Kind::Group:
-        for (const LayoutField& sub : field.subFields) drawField(painter, sub);
+        for (const LayoutField& sub : field.subFields) drawField(painter, sub, sink);
         break;
     case LayoutField::Kind::Image:
-        drawImage(painter, field.rect, field.imageFile);
+        drawImage(painter, field.rect, field.imageFile, sink);
         break;
     case LayoutField::Kind::Text: {
         const LineDecoration decoration{field.strikeLine, field.strikeWidth, field.underline, field.underlineKind,
@@ -340,37 +393,70 @@ void drawShape(QPainter& painter, const LayoutShape& shape) {
     painter.setBrush(Qt::NoBrush);
 }
 
+void paintPage(QPainter& painter, const LayoutPage& page, const ImageSink& sink) {
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    for (const LayoutShape& shape : page.shapes) drawShape(painter, shape);
+    for (const LayoutField& field : page.fields) drawField(painter, field, sink);
+}
+
 }  // namespace
 
 void paintLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber) {
     const LayoutPage& page = document.page(pageNumber);
     painter.save();
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    for (const LayoutShape& shape : page.shapes) drawShape(painter, shape);
-    for (const LayoutField& field : page.fields) drawField(painter, field);
+    paintPage(painter, page, {});
     painter.restore();
 }
 
 RecordedPage recordLayoutPage(const LayoutDocument& document, int pageNumber) {
     RecordedPage page;
     page.paperMm = document.paperSize();
-    QPainter painter(&page.picture);
-    paintLayoutPage(painter, document, pageNumber);
+    const QRect bounds(0, 0, static_cast<int>(units(page.paperMm.width())),
+                       static_cast<int>(units(page.paperMm.height())));
+    page.pictures.reserve(8);
+    page.pictures.emplace_back();
+    QPainter painter(&page.pictures.back());
+    // An image ends the picture it would have gone into; the drawing goes on
+    // in a new one. Nothing drawn after an image relies on the painter's
+    // state before it beyond the render hints: every field sets its own pen
+    // and font.
+    const ImageSink sink = [&page, &bounds](QPainter& p, const QRectF& target, const QImage& image) {
+        const QPainter::RenderHints hints = p.renderHints();
+        p.end();
+        page.pictures.back().setBoundingRect(bounds);
+        page.images.push_back({image, target});
+        page.pictures.emplace_back();
+        p.begin(&page.pictures.back());
+        p.setRenderHints(hints);
+    };
+    paintPage(painter, document.page(pageNumber), sink);
     painter.end();
-    page.picture.setBoundingRect(
-        QRect(0, 0, static_cast<int>(units(page.paperMm.width())), static_cast<int>(units(page.paperMm.height()))));
+    page.pictures.back().setBoundingRect(bounds);
     return page;
 }
 
 void playRecordedPage(QPainter& painter, const RecordedPage& page, double devicePixelsPerMm) {
+    if (page.pictures.empty()) return;
     painter.save();
     // Replaying a picture scales it by the device's resolution over the
     // picture's own; the page's scale already includes the device's.
     const QPaintDevice* device = painter.device();
-    const double sx = devicePixelsPerMm / layoutUnitsPerMm * page.picture.logicalDpiX() / device->logicalDpiX();
-    const double sy = devicePixelsPerMm / layoutUnitsPerMm * page.picture.logicalDpiY() / device->logicalDpiY();
+    const QPicture& first = page.pictures.front();
+    const double sx = devicePixelsPerMm / layoutUnitsPerMm * first.logicalDpiX() / device->logicalDpiX();
+    const double sy = devicePixelsPerMm / layoutUnitsPerMm * first.logicalDpiY() / device->logicalDpiY();
     painter.scale(sx, sy);
-    painter.drawPicture(QPointF(0, 0), page.picture);
+    for (size_t i = 0; i < page.pictures.size(); ++i) {
+        painter.drawPicture(QPointF(0, 0), page.pictures[i]);
+        if (i < page.images.size()) {
+            // The picture's layout units are the device's pixels at its own
+            // resolution; an image drawn straight needs the same scale.
+            painter.save();
+            painter.scale(static_cast<double>(device->logicalDpiX()) / first.logicalDpiX(),
+                          static_cast<double>(device->logicalDpiY()) / first.logicalDpiY());
+            drawImageAt(painter, page.images[i].rect, page.images[i].image);
+            painter.restore();
+        }
+    }
     painter.restore();
 }
 

@@ -1,12 +1,17 @@
-// Drawing a page of a layout document. A page is recorded once, as a QPicture
-// in layout units (hundredths of a millimetre), and the same vector page is
-// replayed on the preview, the printer and the PDF file.
+// Drawing a page of a layout document. A page is recorded once, as QPictures
+// in layout units (hundredths of a millimetre) with its images kept beside
+// them, and the same page is replayed on the preview, the printer and the PDF
+// file.
 #pragma once
 
 #include "platform/LayoutDocument.h"
 
+#include <QImage>
 #include <QPicture>
+#include <QRectF>
 #include <QSizeF>
+
+#include <vector>
 
 class QPainter;
 
@@ -14,9 +19,19 @@ namespace kelvary {
 
 constexpr double layoutUnitsPerMm = 100.0;
 
-// An ended page: its drawing and the paper it belongs on.
+// An image of a page, drawn into rect (layout units) as it stands. A picture
+// would keep it as PNG and decode it again at every replay.
+struct RecordedImage {
+    QImage image;
+    QRectF rect;
+};
+
+// An ended page and the paper it belongs on. Its drawing is the pictures and
+// images in turn: pictures[0], images[0], pictures[1], images[1] and so on,
+// so that what lies over an image stays over it.
 struct RecordedPage {
-    QPicture picture;
+    std::vector<QPicture> pictures;
+    std::vector<RecordedImage> images;
     QSizeF paperMm;
 };
 

@@ -3,6 +3,7 @@
 
 #include "platform/AppObject.h"
 #include "startup/frmMDIForm.h"
+#include "startup/UserInterface.h"
 #include "startup/mdlFunctionStandard.h"
 
 #include <QApplication>
@@ -58,6 +59,10 @@ void gMsgForm(int mode, const QString& text) {
         case 0:
             if (!form) form = new frmMsg(frmMDIForm::loadedInstance());
             form->setMsgText(text);
+            // In batch mode nobody sees the window: it keeps its text, but
+            // laying it out and painting it at every step would cost a run
+            // more than some of its real work.
+            if (userInterface().isBatch()) break;
             form->show();
             form->raise();
             break;
@@ -67,7 +72,7 @@ void gMsgForm(int mode, const QString& text) {
         case 2:
             if (!form) form = new frmMsg(frmMDIForm::loadedInstance());
             form->setMsgText(text);
-            form->raise();
+            if (!userInterface().isBatch()) form->raise();
             break;
         default: break;
         }

@@ -12,6 +12,7 @@
 #include "print/clsPrintMain_200804.h"
 #include "startup/RunOutcome.h"
 #include "startup/SettingsFileCheck.h"
+#include "startup/UserInterface.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
@@ -74,7 +75,9 @@ void Main() {
     });
     step([&] {
         mainWindow = std::make_unique<frmMDIForm>();
-        mainWindow->show();
+        // A batch run's windows are owners and holders of state; shown, they
+        // would only be laid out and painted for nobody.
+        if (!userInterface().isBatch()) mainWindow->show();
     });
     step([&] { gMsgForm(0, QStringLiteral("しばらくお待ちください")); });
     step([&] {

@@ -118,6 +118,26 @@ TEST_F(PageOutput, WrappedTextBreaksBetweenCharactersWithinTheFieldWidth) {
     EXPECT_TRUE(text.contains(QStringLiteral("九十壱弐参")));
 }
 
+TEST_F(PageOutput, LineBreaksOfEveryKindStartALineAndWrappingGoesOnWithinEach) {
+    LayoutDocument doc = form();
+    // CR LF, CR and LF each end a line; a line longer than the field wraps at
+    // 8 full-width characters and its rest comes before the next line.
+    doc.field(1, QStringLiteral("Memo")).text =
+        QStringLiteral("一二\r\n三四\r五六\n\n七八九十壱弐参肆伍陸漆\r\n捌");
+    const QString pdf = path(QStringLiteral("lines.pdf"));
+    PdfFileWriter writer(pdf, QString(), QString());
+    writer.addPage(recordLayoutPage(doc, 1));
+    writer.commit();
+    QStringList lines;
+    for (const QString& line : pdfText(pdf, 1).split(QLatin1Char('\n'))) {
+        const QString t = line.trimmed();
+        if (t.contains(QRegularExpression(QStringLiteral("^[一二三四五六七八九十壱弐参肆伍陸漆捌]+$")))) lines << t;
+    }
+    const QStringList expected{QStringLiteral("一二"), QStringLiteral("三四"), QStringLiteral("五六"),
+                               QStringLiteral("七八九十壱弐参肆"), QStringLiteral("伍陸漆"), QStringLiteral("捌")};
+    EXPECT_EQ(lines, expected) << pdfText(pdf, 1).toStdString();
+}
+
 TEST_F(PageOutput, AnUnfinishedFileNeverReplacesAnEarlierOne) {
     const QString pdf = path(QStringLiteral("keep.pdf"));
     test::writeFile(pdf, "%PDF-1.4 earlier run\n");

@@ -10,6 +10,10 @@
 #include "platform/PdfCheck.h"
 #include "qr/QrSymbol.h"
 
+#include <QDir>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPicture>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -62,6 +66,103 @@ TEST(PdfSymbolImage, OneBitSymbolsStayOneBitLosslessAndReadable) {
     QStringList expected{QString::fromLatin1(payloads[0]), QString::fromLatin1(payloads[1])};
     expected.sort();
     EXPECT_EQ(test::decodeQrOnPage(pdf, 1), expected);
+}
+
+// A page drawn over its images: a caption across a symbol, a struck field
+// and a framed one after it, and a symbol inside a group.
+const char* kLayeredPage = R"({"paper": "A4", "pages": [{"items": [
+    {"type": "box", "x": 10, "y": 10, "w": 190, "h": 120, "fill": "#e0e0e0"},
+    {"type": "field", "name": "Before", "x": 20, "y": 12, "w": 150, "h": 8, "size": 12},
+    {"type": "image", "name": "Under", "x": 20, "y": 20, "w": 60, "h": 60},
+    {"type": "field", "name": "Over", "x": 15, "y": 45, "w": 80, "h": 10, "size": 20, "bold": true},
+    {"type": "field", "name": "Struck", "x": 100, "y": 20, "w": 80, "h": 8, "size": 10, "frame": "box"},
+    {"type": "group", "name": "Slot", "x": 100, "y": 30, "w": 60, "h": 70, "fields": [
+        {"type": "image", "name": "Symbol", "x": 0, "y": 0, "w": 50, "h": 50, "frame": "ellipse"},
+        {"type": "field", "name": "Caption", "x": 0, "y": 52, "w": 60, "h": 8, "size": 9}]},
+    {"type": "field", "name": "After", "x": 20, "y": 110, "w": 170, "h": 20, "size": 11, "wrap": true}]}]})";
+
+// The page as it was written before images were kept beside the recorded
+// drawing: one picture with the images inside, replayed onto a writer set up
+// as the PDF files are.
+void writeAsOnePicture(const LayoutDocument& doc, const QString& path) {
+    QPicture picture;
+    QPainter recorder(&picture);
+    paintLayoutPage(recorder, doc, 1);
+    recorder.end();
+    picture.setBoundingRect(QRect(0, 0, 21000, 29700));
+    QPdfWriter writer(path);
+    writer.setResolution(1200);
+    writer.setPageLayout(QPageLayout(QPageSize(QSizeF(210, 297), QPageSize::Millimeter), QPageLayout::Portrait,
+                                     QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
+    QPainter painter(&writer);
+    const double pixelsPerMm = writer.width() / 210.0;
+    painter.scale(pixelsPerMm / layoutUnitsPerMm * picture.logicalDpiX() / writer.logicalDpiX(),
+                  pixelsPerMm / layoutUnitsPerMm * picture.logicalDpiY() / writer.logicalDpiY());
+    painter.drawPicture(QPointF(0, 0), picture);
+    painter.end();
+}
+
+// Page 1 as poppler renders it at 300 dpi.
+QImage renderedAt300Dpi(const QString& pdf) {
+    const QString base = pdf + QStringLiteral("-300");
+    test::runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("300"), QStringLiteral("-singlefile"),
+                                               QStringLiteral("-png"), pdf, base});
+    return QImage(base + QStringLiteral(".png"));
+}
+
+// Fills every field of the page: a symbol per image, a line of text per text.
+void fill(LayoutDocument& doc, const QString& folder) {
+    int n = 0;
+    const auto fillField = [&](LayoutField& field, auto& self) -> void {
+        if (field.kind == LayoutField::Kind::Group) {
+            for (LayoutField& sub : field.subFields) self(sub, self);
+        } else if (field.kind == LayoutField::Kind::Image) {
+            const auto symbol = qr::encodeSymbol(QByteArray("\"[FSData]\",\"0000123420090715093000\",") +
+                                                 QByteArray::number(++n).repeated(n * 7));
+            ASSERT_TRUE(symbol);
+            field.imageFile = QDir(folder).filePath(QStringLiteral("s%1.bmp").arg(n));
+            ASSERT_TRUE(qr::symbolImage(*symbol).save(field.imageFile, "BMP"));
+        } else {
+            field.text = QStringLiteral("経営状況分析 %1 ＡＢＣ（株）山田建設 1,234,567").arg(field.name);
+            field.strikeLine = field.name == QStringLiteral("Struck");
+            field.strikeWidth = 3;
+        }
+    };
+    for (LayoutField& field : doc.page(1).fields) fillField(field, fillField);
+}
+
+TEST(PdfSymbolImage, PagesWithSymbolsRenderPixelForPixelAsOnePictureWithTheImagesInside) {
+    installFontSubstitutions();
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString qrLayout = QStringLiteral(KELVARY_TEST_TEMPLATE_DIR "/PrintFile/FSQRCode.w30");
+    const QList<LayoutDocument> docs{LayoutDocument::fromJson(kLayeredPage, QStringLiteral("Layered.w30")),
+                                     LayoutDocument::load(qrLayout)};
+    for (qsizetype d = 0; d < docs.size(); ++d) {
+        LayoutDocument doc = docs[d];
+        fill(doc, dir.path());
+        const QString before = dir.filePath(QStringLiteral("before%1.pdf").arg(d));
+        const QString after = dir.filePath(QStringLiteral("after%1.pdf").arg(d));
+        writeAsOnePicture(doc, before);
+        PdfFileWriter writer(after, QString(), QString());
+        writer.addPage(recordLayoutPage(doc, 1));
+        writer.commit();
+
+        const QImage expected = renderedAt300Dpi(before);
+        const QImage got = renderedAt300Dpi(after);
+        // A4 is 595 x 842 points: 2480 x 3509 pixels at 300 dpi.
+        ASSERT_EQ(expected.size(), QSize(2480, 3509)) << d;
+        ASSERT_EQ(got.size(), expected.size()) << d;
+        // The images are kept, and readable, in both.
+        EXPECT_EQ(test::decodeQrOnPage(after, 1).size(), d == 0 ? 2 : 12) << d;
+        qsizetype differing = 0;
+        const QImage a = expected.convertToFormat(QImage::Format_RGB32);
+        const QImage b = got.convertToFormat(QImage::Format_RGB32);
+        for (int y = 0; y < a.height(); ++y)
+            for (int x = 0; x < a.width(); ++x)
+                if (a.pixel(x, y) != b.pixel(x, y)) ++differing;
+        EXPECT_EQ(differing, 0) << "layout " << d;
+    }
 }
 
 }  // namespace

@@ -5,6 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <unicode/translit.h>
+#include <unicode/ucnv.h>
+#include <unicode/unistr.h>
+
+#include <memory>
+#include <random>
 #include <thread>
 
 namespace kelvary {
@@ -45,6 +51,133 @@ TEST(StrConvLower, LowerCaseAloneAndWithNarrow) {
     EXPECT_EQ(conv("ABCａＢｃ", vbLowerCase), "abcａｂｃ");
     EXPECT_EQ(conv("C:\\ＤＡＴＡ\\Ａ.TXT/Ｐ", vbLowerCase + vbNarrow), "c:\\data\\a.txt/p");
     EXPECT_EQ(conv("　ＡＢ　/１", vbLowerCase + vbNarrow), " ab /1");
+}
+
+// ICU's own width transliterators with VB's code page 932 differences around
+// them: what the conversion tables must give for every text.
+class IcuWidth {
+public:
+    IcuWidth() {
+        UErrorCode status = U_ZERO_ERROR;
+        wide_.reset(icu::Transliterator::createInstance(icu::UnicodeString(u"[^\\u005C\\u00A5] Halfwidth-Fullwidth"),
+                                                        UTRANS_FORWARD, status));
+        narrow_.reset(icu::Transliterator::createInstance(icu::UnicodeString(u"[^\\uFFE5] Fullwidth-Halfwidth"),
+                                                          UTRANS_FORWARD, status));
+        EXPECT_TRUE(U_SUCCESS(status)) << u_errorName(status);
+    }
+
+    QString wide(const QString& text) const {
+        // A half-width mark with no joined form in the code page stays a spacing mark.
+        QString marked = text;
+        for (qsizetype i = 0; i < marked.size(); ++i) {
+            const char16_t c = marked.at(i).unicode();
+            const char16_t before = i > 0 ? text.at(i - 1).unicode() : 0;
+            const bool voiceable = before == 0xFF73 || (before >= 0xFF76 && before <= 0xFF84) ||
+                                   (before >= 0xFF8A && before <= 0xFF8E);
+            if (c == 0xFF9E && !voiceable) marked[i] = QChar(0x309B);
+            if (c == 0xFF9F && !(before >= 0xFF8A && before <= 0xFF8E)) marked[i] = QChar(0x309C);
+        }
+        return run(*wide_, marked);
+    }
+
+    QString narrow(const QString& text) const {
+        QString result = run(*narrow_, text);
+        result.replace(QChar(0x309B), QChar(0xFF9E));
+        result.replace(QChar(0x309C), QChar(0xFF9F));
+        result.replace(QChar(0x2019), QChar(u'\''));
+        result.replace(QChar(0x201D), QChar(u'"'));
+        return result;
+    }
+
+private:
+    static QString run(icu::Transliterator& t, const QString& text) {
+        icu::UnicodeString buffer(reinterpret_cast<const UChar*>(text.utf16()), static_cast<int32_t>(text.size()));
+        t.transliterate(buffer);
+        return QString(reinterpret_cast<const QChar*>(buffer.getBuffer()), buffer.length());
+    }
+    std::unique_ptr<icu::Transliterator> wide_;
+    std::unique_ptr<icu::Transliterator> narrow_;
+};
+
+// Every character of code page 932, as ICU's windows-31j converter decodes
+// its one- and two-byte codes.
+QString cp932Repertoire() {
+    UErrorCode status = U_ZERO_ERROR;
+    UConverter* converter = ucnv_open("windows-31j", &status);
+    EXPECT_TRUE(U_SUCCESS(status));
+    ucnv_setToUCallBack(converter, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+    QString all;
+    auto decode = [&](const char* bytes, int length) {
+        UChar out[4];
+        UErrorCode s = U_ZERO_ERROR;
+        ucnv_reset(converter);
+        const int32_t n = ucnv_toUChars(converter, out, 4, bytes, length, &s);
+        if (U_SUCCESS(s) && n == 1) all += QChar(out[0]);
+    };
+    for (int b = 0x01; b <= 0xFF; ++b) {
+        const char one = static_cast<char>(b);
+        decode(&one, 1);
+    }
+    for (int lead = 0x81; lead <= 0xFC; ++lead) {
+        if (lead > 0x9F && lead < 0xE0) continue;
+        for (int trail = 0x40; trail <= 0xFC; ++trail) {
+            const char two[2] = {static_cast<char>(lead), static_cast<char>(trail)};
+            decode(two, 2);
+        }
+    }
+    ucnv_close(converter);
+    return all;
+}
+
+TEST(StrConvTables, EveryCp932CharacterAloneAndBesideTheMarksAsIcu) {
+    const IcuWidth icu;
+    const QString repertoire = cp932Repertoire();
+    // The single bytes, JIS X 0208 and the NEC and IBM extensions: some 7,900 characters.
+    ASSERT_GT(repertoire.size(), 7800);
+    ASSERT_TRUE(repertoire.contains(QChar(0xFF76)) && repertoire.contains(QChar(0x2252)));
+    int differences = 0;
+    for (const QChar c : repertoire) {
+        for (const QString& text : {QString(c), QString(c) + QChar(0xFF9E), QString(c) + QChar(0xFF9F),
+                                    QChar(0xFF9E) + QString(c), QString(c) + QChar(0x309B)}) {
+            const QString wide = vbStrConv(text, vbWide);
+            const QString narrow = vbStrConv(text, vbNarrow);
+            if (wide != icu.wide(text) && ++differences < 20)
+                ADD_FAILURE() << "wide U+" << QString::number(c.unicode(), 16).toStdString() << ": "
+                              << wide.toStdString() << " against " << icu.wide(text).toStdString();
+            if (narrow != icu.narrow(text) && ++differences < 20)
+                ADD_FAILURE() << "narrow U+" << QString::number(c.unicode(), 16).toStdString() << ": "
+                              << narrow.toStdString() << " against " << icu.narrow(text).toStdString();
+        }
+    }
+    EXPECT_EQ(differences, 0);
+}
+
+TEST(StrConvTables, EveryOtherBmpCharacterAndMixedTextsAsIcu) {
+    const IcuWidth icu;
+    int differences = 0;
+    for (char32_t u = 1; u < 0x10000; ++u) {
+        if (u >= 0xD800 && u < 0xE000) continue;
+        const QString text(QChar(static_cast<char16_t>(u)));
+        if (vbStrConv(text, vbWide) != icu.wide(text) && ++differences < 20)
+            ADD_FAILURE() << "wide U+" << QString::number(u, 16).toStdString();
+        if (vbStrConv(text, vbNarrow) != icu.narrow(text) && ++differences < 20)
+            ADD_FAILURE() << "narrow U+" << QString::number(u, 16).toStdString();
+    }
+    // Runs of kana, marks, Latin letters, Hangul and symbols in every order.
+    const QString alphabet = QString::fromUtf8("ｱｳｶﾊﾎﾜｦﾞﾟﾞﾟ゛゜アウカガハバパヴヷヺワ\u3099\u309A aZ~\\¥￥＼’”ﾡﾤ\uFFC2ｰ漢");
+    std::mt19937 random(19);
+    for (int n = 0; n < 5000; ++n) {
+        QString text;
+        const int length = 1 + static_cast<int>(random() % 8);
+        for (int i = 0; i < length; ++i) text += alphabet.at(static_cast<qsizetype>(random() % alphabet.size()));
+        for (const int flags : {int{vbWide}, int{vbNarrow}, vbWide + vbLowerCase, vbNarrow + vbLowerCase}) {
+            const QString expected = (flags & vbWide) ? icu.wide(text) : icu.narrow(text);
+            const QString got = vbStrConv(text, flags);
+            if (got != ((flags & vbLowerCase) ? expected.toLower() : expected) && ++differences < 20)
+                ADD_FAILURE() << flags << " " << text.toStdString() << ": " << got.toStdString();
+        }
+    }
+    EXPECT_EQ(differences, 0);
 }
 
 TEST(StrConv, RefusesConversionsItDoesNotSupport) {

@@ -9,6 +9,7 @@
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlVersion.h"
+#include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
 #include <QAction>
@@ -58,6 +59,22 @@ TEST(gMsgForm, ShowsUpdatesAndClosesAboveTheMainWindow) {
     gMsgForm(1);
     QCoreApplication::processEvents();
     EXPECT_EQ(progressWindow(), nullptr);
+}
+
+TEST(gMsgForm, InBatchModeKeepsItsTextButIsNeverShown) {
+    test::RecordingUiGuard batch;
+    frmMDIForm main;
+    gMsgForm(0, QStringLiteral("しばらくお待ちください"));
+    gMsgForm(2, QStringLiteral("QRコード生成中"));
+    QCoreApplication::processEvents();
+    frmMsg* form = nullptr;
+    for (QWidget* w : QApplication::allWidgets())
+        if (auto* f = qobject_cast<frmMsg*>(w); f && f->msgText() == QStringLiteral("QRコード生成中")) form = f;
+    ASSERT_NE(form, nullptr);
+    EXPECT_EQ(form->msgText(), QStringLiteral("QRコード生成中"));
+    EXPECT_FALSE(form->isVisible());
+    gMsgForm(1);
+    QCoreApplication::processEvents();
 }
 
 TEST(gMsgForm, OpensCentredOnTheMainWindow) {

@@ -1,0 +1,146 @@
+#!/usr/bin/env bash
+# Kelvary against the floor of a print run, side by side in one run. The
+# floor (bench/floor/floor.cpp, or the measuring tool's own copy in
+# ../shared/perf beside the work tree when it is there) starts Qt, encodes the
+# same payloads with libqrencode, writes the same BMPs and a PDF of the same
+# number of pages with the embedded font: the least work any program printing
+# the application must do. For each case Kelvary runs first (batch, output
+# mode 3, every period to one PDF); the floor then runs on the payloads that
+# run left in Temp and on its page count. Runs alternate, so load from other
+# work on the machine falls on both alike.
+#
+# Figures are processor time (user + system, as /usr/bin/time reports it),
+# which other work on a shared machine blurs far less than wall time, and
+# peak memory. Cases: the sample, the large application at 600, 1,200, 2,400
+# and 4,800 items, and a start that stops at the menu against the floor's
+# start (no payloads, no pages).
+#
+#   bench/floor-compare.sh [-n RUNS] [-c] [-s SIZES] BUILD_FOLDER
+#
+# -c also runs the sample once under callgrind and prints the instruction
+#    counts of the run's phases (valgrind must be installed).
+# -s SIZES: the item counts of the large application (default "600 1200 2400 4800").
+set -euo pipefail
+
+runs=5
+callgrind=0
+sizes="600 1200 2400 4800"
+while getopts "n:cs:h" option; do
+  case $option in
+    n) runs=$OPTARG ;;
+    c) callgrind=1 ;;
+    s) sizes=$OPTARG ;;
+    *) sed -n '2,22p' "$0"; exit 2 ;;
+  esac
+done
+shift $((OPTIND - 1))
+[ $# -eq 1 ] || { sed -n '2,22p' "$0"; exit 2; }
+
+build=$(cd "$1" && pwd)
+here=$(cd "$(dirname "$0")" && pwd)
+exe=$build/app/kelvary
+template=$build/app-template
+work=$build/bench-floor
+[ -x "$exe" ] || { echo "no program at $exe: build first" >&2; exit 2; }
+[ -d "$template" ] || { echo "no program folder template at $template" >&2; exit 2; }
+[ -x /usr/bin/time ] || { echo "/usr/bin/time is missing: run scripts/install-deps.sh" >&2; exit 2; }
+command -v pdfinfo >/dev/null || { echo "pdfinfo is missing: run scripts/install-deps.sh" >&2; exit 2; }
+mkdir -p "$work"
+
+# The floor, built once (again when its source changes).
+floor_source=$here/floor
+[ -f "$here/../../shared/perf/floor.cpp" ] && floor_source=$(cd "$here/../../shared/perf" && pwd)
+floor_build=$work/floor-build
+if [ ! -x "$floor_build/floor" ] || [ "$floor_source/floor.cpp" -nt "$floor_build/floor" ]; then
+  cmake -S "$floor_source" -B "$floor_build" >/dev/null
+  cmake --build "$floor_build" >/dev/null
+fi
+floor=$floor_build/floor
+
+make_application() {  # folder items
+  local folder=$work/$1
+  if [ ! -f "$folder/Ledra.mdb" ] || [ "$here/make_large_application.py" -nt "$folder/Ledra.mdb" ]; then
+    # As many renamed items as the 600-item application has, in proportion.
+    python3 "$here/make_large_application.py" "$folder" --items "$2" --renamed $(($2 * 17 / 600)) >/dev/null
+  fi
+}
+
+fresh_home() {
+  local home=$work/home-$1
+  rm -rf "$home"
+  cp -r "$template" "$home"
+  mkdir -p "$home/Temp"
+  echo "$home"
+}
+
+# timed REPORT EXPECTED_STATUS ARGS...: one run; prints "cpu-seconds rss-MB".
+timed() {
+  local report=$1 expected=$2 status=0
+  shift 2
+  /usr/bin/time -v -o "$report" "$@" >"$report.out" 2>"$report.err" || status=$?
+  if [ "$status" -ne "$expected" ]; then
+    echo "$*: exit status $status, expected $expected; its standard error:" >&2
+    sed -n '1,40p' "$report.err" >&2
+    exit 1
+  fi
+  awk -F': ' '/User time|System time/ { s += $2 } /Maximum resident set size/ { m = $2 / 1024 }
+    END { printf "%.3f %.1f\n", s, m }' "$report"
+}
+
+median() {
+  tr ' ' '\n' <<<"$1" | grep -v '^$' | sort -g | awk '{ v[NR] = $1 }
+    END { printf "%.3f", (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'
+}
+
+printf '%-14s %6s %6s %11s %11s %7s %10s %10s\n' case pages symbols "kelvary (s)" "floor (s)" ratio "kel. (MB)" "floor (MB)"
+compare() {  # name application-folder [start]
+  local name=$1 application=$2 start=${3:-} home pages symbols
+  local kc=() kr=() fc=() fr=()
+  for ((i = 0; i < runs; i++)); do
+    home=$(fresh_home "$name")
+    local out=$work/$name.pdf floor_out=$work/floor-$name
+    rm -rf "$floor_out" "$out"
+    if [ -n "$start" ]; then
+      read -r c r <<<"$(timed "$work/time-$name" 1 "$exe" --home "$home" --batch --mode 3 --periods none \
+        --no-application --no-statements --pdf "$out" "$application/app.dat")"
+      pages=0
+    else
+      read -r c r <<<"$(timed "$work/time-$name" 0 "$exe" --home "$home" --batch --mode 3 --periods all \
+        --pdf "$out" "$application/app.dat")"
+      pages=$(pdfinfo "$out" | awk '/^Pages:/ { print $2 }')
+    fi
+    kc+=("$c"); kr+=("$r")
+    symbols=$(find "$home/Temp" -maxdepth 1 -iname '*.txt' | wc -l)
+    read -r c r <<<"$(QT_QPA_PLATFORM=offscreen timed "$work/time-floor-$name" 0 "$floor" "$home/Temp" "$floor_out" "$pages")"
+    fc+=("$c"); fr+=("$r")
+  done
+  local k f
+  k=$(median "${kc[*]}"); f=$(median "${fc[*]}")
+  printf '%-14s %6s %6s %11.3f %11.3f %7.2f %10.1f %10.1f\n' "$name" "$pages" "$symbols" "$k" "$f" \
+    "$(awk -v k="$k" -v f="$f" 'BEGIN { print (f > 0) ? k / f : 0 }')" \
+    "$(median "${kr[*]}")" "$(median "${fr[*]}")"
+}
+
+sample_home=$(fresh_home sample-data)
+cp -r "$sample_home/sample" "$work/sample"
+compare start "$work/sample" start
+compare sample "$work/sample"
+for items in $sizes; do
+  make_application "large-$items" "$items"
+  compare "large-$items" "$work/large-$items"
+done
+echo "median of $runs runs; processor time (user + system); ratio = kelvary / floor; peak memory = maximum resident set"
+
+if [ "$callgrind" -eq 1 ]; then
+  command -v valgrind >/dev/null || { echo "valgrind is missing" >&2; exit 2; }
+  home=$(fresh_home callgrind)
+  out=$work/callgrind.out
+  QT_QPA_PLATFORM=offscreen valgrind --tool=callgrind --callgrind-out-file="$out" \
+    "$exe" --home "$home" --batch --mode 3 --periods all --pdf "$work/callgrind.pdf" "$work/sample/app.dat" \
+    >/dev/null 2>"$work/callgrind.err" || true
+  pages=$(pdfinfo "$work/callgrind.pdf" | awk '/^Pages:/ { print $2 }')
+  rm -rf "$work/floor-callgrind"
+  QT_QPA_PLATFORM=offscreen valgrind --tool=callgrind --callgrind-out-file="$out.floor" \
+    "$floor" "$home/Temp" "$work/floor-callgrind" "$pages" >/dev/null 2>>"$work/callgrind.err" || true
+  "$here/callgrind-phases.sh" "$out" "$out.floor"
+fi
