@@ -2,6 +2,8 @@
 // tests judge the output by what other programs make of it.
 #pragma once
 
+#include "support/TestSupport.h"
+
 #include <QImage>
 #include <QList>
 #include <QProcess>
@@ -103,8 +105,8 @@ inline QStringList decodeQrOnPage(const QString& pdf, int page) {
                                          QStringLiteral("-f"), QString::number(page), QStringLiteral("-l"),
                                          QString::number(page), QStringLiteral("-singlefile"), QStringLiteral("-png"), pdf,
                                          base});
-    const ToolRun run = runTool(QStringLiteral("zbarimg"), {QStringLiteral("--quiet"), QStringLiteral("--xml"),
-                                                           base + QStringLiteral(".png")});
+    const ToolRun run = runTool(QStringLiteral("zbarimg"), zbarQrOnly() << QStringLiteral("--quiet") << QStringLiteral("--xml")
+                                                                         << base + QStringLiteral(".png"));
     QStringList payloads;
     // One CDATA section per symbol read.
     static const QRegularExpression data(QStringLiteral("<data><!\\[CDATA\\[(.*?)\\]\\]></data>"),

@@ -84,7 +84,8 @@ QStringList symbolsIn(const QString& temp) {
 
 QByteArray decoded(const QString& image) {
     QProcess zbar;
-    zbar.start(QStringLiteral("zbarimg"), {QStringLiteral("--raw"), QStringLiteral("-Sbinary"), QStringLiteral("-q"), image});
+    zbar.start(QStringLiteral("zbarimg"),
+               zbarQrOnly() << QStringLiteral("--raw") << QStringLiteral("-Sbinary") << QStringLiteral("-q") << image);
     zbar.waitForFinished(30000);
     return zbar.readAllStandardOutput();
 }

@@ -34,8 +34,8 @@ QByteArray symbolBytesOnPage(const QString& pdf, int page) {
                    QString::number(page), QStringLiteral("-l"), QString::number(page), QStringLiteral("-singlefile"),
                    QStringLiteral("-png"), pdf, base});
     QProcess zbar;
-    zbar.start(QStringLiteral("zbarimg"), {QStringLiteral("--quiet"), QStringLiteral("--raw"),
-                                           QStringLiteral("-Sbinary"), base + QStringLiteral(".png")});
+    zbar.start(QStringLiteral("zbarimg"), test::zbarQrOnly() << QStringLiteral("--quiet") << QStringLiteral("--raw")
+                                                             << QStringLiteral("-Sbinary") << base + QStringLiteral(".png"));
     zbar.waitForFinished(120000);
     return zbar.readAllStandardOutput();
 }

@@ -8,6 +8,7 @@
 #include "platform/AppObject.h"
 #include "platform/Cp932.h"
 #include "support/ConnectedHome.h"
+#include "support/TestSupport.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -23,8 +24,8 @@ namespace kelvary::test {
 // What zbar reads from an image: the symbol's bytes as they were encoded.
 inline QByteArray zbarDecode(const QString& imagePath) {
     QProcess zbar;
-    zbar.start(QStringLiteral("zbarimg"),
-               {QStringLiteral("--raw"), QStringLiteral("-q"), QStringLiteral("-Sbinary"), imagePath});
+    zbar.start(QStringLiteral("zbarimg"), zbarQrOnly() << QStringLiteral("--raw") << QStringLiteral("-q")
+                                                       << QStringLiteral("-Sbinary") << imagePath);
     if (!zbar.waitForFinished(60000)) {
         zbar.kill();
         zbar.waitForFinished();

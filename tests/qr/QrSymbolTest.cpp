@@ -13,6 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <vector>
+
 namespace kelvary {
 namespace {
 
@@ -52,6 +55,183 @@ TEST(QrSymbolRoundTrip, LongKanjiAndMixedRuns) {
         expected += hexBytes("8a 94 8e ae 89 ef 8e d0 41 42 43 2d 31 32 2c");
     }
     expectRoundTrip(home, QStringLiteral("Mixed"), payload, expected);
+}
+
+// The sample application's first symbol under a document ID with which a row
+// of the symbol's modules also scans as a short linear code.
+const QString kApplicationPayload = QStringLiteral(
+    "\"[ApplyDoc1]\",\"0000123420261123131214\",7,2\r\n"
+    "1,\"株式会社北斗建設\"\r\n"
+    "2,\"北海道札幌市中央区北三条西四丁目１番地１\"\r\n"
+    "3,\"代表取締役　山本　隆\"\r\n"
+    "4,\"経理部長\"\r\n"
+    "5,\"田中　和夫\"\r\n"
+    "6,\"011-231-4567\"\r\n"
+    "7,\"011-231-4568\"\r\n");
+
+struct Segment {
+    bool kanji = false;
+    QByteArray bytes;
+};
+
+// The runs that payload must be laid out in: every full-width character in
+// Kanji mode, the quotes, digits, commas and line ends in byte mode.
+std::vector<Segment> applicationSegments() {
+    return {
+        {false, QByteArray("\"[ApplyDoc1]\",\"0000123420261123131214\",7,2\r\n1,\"")},
+        {true, hexBytes("8a 94 8e ae 89 ef 8e d0 96 6b 93 6c 8c 9a 90 dd")},
+        {false, QByteArray("\"\r\n2,\"")},
+        {true, hexBytes("96 6b 8a 43 93 b9 8e 44 96 79 8e 73 92 86 89 9b 8b e6 96 6b"
+                        "8e 4f 8f f0 90 bc 8e 6c 92 9a 96 da 82 50 94 d4 92 6e 82 50")},
+        {false, QByteArray("\"\r\n3,\"")},
+        {true, hexBytes("91 e3 95 5c 8e e6 92 f7 96 f0 81 40 8e 52 96 7b 81 40 97 b2")},
+        {false, QByteArray("\"\r\n4,\"")},
+        {true, hexBytes("8c 6f 97 9d 95 94 92 b7")},
+        {false, QByteArray("\"\r\n5,\"")},
+        {true, hexBytes("93 63 92 86 81 40 98 61 95 76")},
+        {false, QByteArray("\"\r\n6,\"011-231-4567\"\r\n7,\"011-231-4568\"\r\n")},
+    };
+}
+
+class BitWriter {
+public:
+    void put(unsigned value, int count) {
+        for (int i = count - 1; i >= 0; --i) bits_.push_back(((value >> i) & 1U) != 0);
+    }
+    size_t size() const { return bits_.size(); }
+    std::vector<unsigned char> codewords() const {
+        std::vector<unsigned char> out(bits_.size() / 8);
+        for (size_t i = 0; i < out.size() * 8; ++i)
+            if (bits_[i]) out[i / 8] |= static_cast<unsigned char>(0x80U >> (i % 8));
+        return out;
+    }
+
+private:
+    std::vector<bool> bits_;
+};
+
+// Module (row, column) of a version 10 symbol that belongs to a finder,
+// separator, timing or alignment pattern, or to the format or version
+// information, and so carries no data.
+bool isFunctionModuleV10(int row, int col) {
+    const int n = 57;
+    if (row <= 8 && (col <= 8 || col >= n - 8)) return true;
+    if (row >= n - 8 && col <= 8) return true;
+    if (row == 6 || col == 6) return true;
+    if (row <= 5 && col >= n - 11 && col <= n - 9) return true;
+    if (col <= 5 && row >= n - 11 && row <= n - 9) return true;
+    for (int ay : {6, 28, 50})
+        for (int ax : {6, 28, 50}) {
+            if ((ax == 6 && ay == 6) || (ax == 50 && ay == 6) || (ax == 6 && ay == 50)) continue;
+            if (std::abs(row - ay) <= 2 && std::abs(col - ax) <= 2) return true;
+        }
+    return false;
+}
+
+bool maskFlips(int mask, int i, int j) {
+    switch (mask) {
+    case 0: return (i + j) % 2 == 0;
+    case 1: return i % 2 == 0;
+    case 2: return j % 3 == 0;
+    case 3: return (i + j) % 3 == 0;
+    case 4: return (i / 2 + j / 3) % 2 == 0;
+    case 5: return (i * j) % 2 + (i * j) % 3 == 0;
+    case 6: return ((i * j) % 2 + (i * j) % 3) % 2 == 0;
+    default: return ((i + j) % 2 + (i * j) % 3) % 2 == 0;
+    }
+}
+
+// The 216 data codewords of a version 10 level M symbol read off its modules,
+// independently of the encoder: format bits beside the top-left finder, the
+// mask they name, the two-column zigzag from the bottom right, and the data
+// codewords of the five blocks (4 of 43, 1 of 44) taken back out of their
+// interleaving. Empty when the format bits do not say level M.
+std::vector<unsigned char> dataCodewordsV10M(const qr::QrSymbol& symbol) {
+    static const int formatCells[15][2] = {{8, 0}, {8, 1}, {8, 2}, {8, 3}, {8, 4}, {8, 5}, {8, 7}, {8, 8},
+                                           {7, 8}, {5, 8}, {4, 8}, {3, 8}, {2, 8}, {1, 8}, {0, 8}};
+    unsigned format = 0;
+    for (const auto& cell : formatCells) format = (format << 1) | (symbol.isDark(cell[1], cell[0]) ? 1U : 0U);
+    format ^= 0x5412;
+    if ((format >> 13) != 0) return {};
+    const int mask = static_cast<int>((format >> 10) & 7);
+
+    const int n = symbol.width;
+    std::vector<unsigned char> stream;
+    unsigned current = 0;
+    int filled = 0;
+    bool upward = true;
+    for (int col = n - 1; col > 0; col -= 2) {
+        if (col == 6) --col;
+        for (int step = 0; step < n; ++step) {
+            const int row = upward ? n - 1 - step : step;
+            for (int c : {col, col - 1}) {
+                if (isFunctionModuleV10(row, c)) continue;
+                current = (current << 1) | ((symbol.isDark(c, row) != maskFlips(mask, row, c)) ? 1U : 0U);
+                if (++filled == 8) {
+                    stream.push_back(static_cast<unsigned char>(current));
+                    current = 0;
+                    filled = 0;
+                }
+            }
+        }
+        upward = !upward;
+    }
+    const int blockLengths[5] = {43, 43, 43, 43, 44};
+    std::vector<std::vector<unsigned char>> blocks(5);
+    size_t k = 0;
+    for (int i = 0; i < 44; ++i)
+        for (int b = 0; b < 5; ++b)
+            if (i < blockLengths[b] && k < stream.size()) blocks[static_cast<size_t>(b)].push_back(stream[k++]);
+    std::vector<unsigned char> data;
+    for (const auto& block : blocks) data.insert(data.end(), block.begin(), block.end());
+    return data;
+}
+
+TEST(QrSymbolRoundTrip, ModulesThatAlsoScanAsALinearCodeStillReadAsThePayload) {
+    QrHome home;
+    QByteArray expected;
+    for (const Segment& segment : applicationSegments()) expected += segment.bytes;
+    expectRoundTrip(home, QStringLiteral("ApplyDoc1"), kApplicationPayload, expected);
+}
+
+// The symbol's bit stream against one written out here by the rules of the
+// QR standard: mode indicators 0100 (byte, 16-bit count at version 10) and
+// 1000 (Kanji, 10-bit count of characters, 13 bits each), then the
+// terminator, zero bits to the codeword boundary and the pad codewords EC 11.
+TEST(QrSymbolBits, SegmentsTerminatorAndPaddingOfAnApplicationPayload) {
+    BitWriter bits;
+    for (const Segment& segment : applicationSegments()) {
+        if (segment.kanji) {
+            bits.put(0b1000, 4);
+            bits.put(static_cast<unsigned>(segment.bytes.size() / 2), 10);
+            for (int i = 0; i < segment.bytes.size(); i += 2) {
+                unsigned code = (static_cast<unsigned char>(segment.bytes[i]) << 8) |
+                                static_cast<unsigned char>(segment.bytes[i + 1]);
+                code -= code <= 0x9FFC ? 0x8140 : 0xC140;
+                bits.put((code >> 8) * 0xC0 + (code & 0xFF), 13);
+            }
+        } else {
+            bits.put(0b0100, 4);
+            bits.put(static_cast<unsigned>(segment.bytes.size()), 16);
+            for (char c : segment.bytes) bits.put(static_cast<unsigned char>(c), 8);
+        }
+    }
+    // 110 bytes in six byte runs, 47 characters in five Kanji runs:
+    // 6 * 20 + 110 * 8 + 5 * 14 + 47 * 13 bits.
+    ASSERT_EQ(bits.size(), 1681u);
+    bits.put(0, 4);
+    bits.put(0, 3);
+    std::vector<unsigned char> expected = bits.codewords();
+    ASSERT_EQ(expected.size(), 211u);
+    // 211 codewords are more than version 9 at M holds (182); version 10 holds 216.
+    for (unsigned char pad : {0xEC, 0x11, 0xEC, 0x11, 0xEC}) expected.push_back(pad);
+
+    const auto symbol = qr::encodeSymbol(cp932Encode(kApplicationPayload));
+    ASSERT_TRUE(symbol);
+    ASSERT_EQ(symbol->version, 10);
+    ASSERT_EQ(symbol->level, qr::EcLevel::M);
+    ASSERT_EQ(symbol->width, 57);
+    EXPECT_EQ(dataCodewordsV10M(*symbol), expected);
 }
 
 TEST(QrSymbolLevels, SmallestVersionAtLevelMAndLOnlyWhenMCannotHold) {

@@ -17,6 +17,14 @@ namespace kelvary::test {
 // Bytes from a hex string such as "82 a0 81 7c" (blanks ignored).
 QByteArray hexBytes(const char* hex);
 
+// zbarimg options that look for QR symbols only. Now and then a row of a QR
+// symbol's modules also scans as a short Interleaved 2 of 5 code, whose digits
+// zbarimg --raw would print straight after the QR data; we never print linear
+// codes, so such a hit only ever is a false reading.
+inline QStringList zbarQrOnly() {
+    return {QStringLiteral("-Sdisable"), QStringLiteral("-Sqrcode.enable")};
+}
+
 // A file's bytes (empty when it cannot be read), and writing them.
 QByteArray readFile(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);
