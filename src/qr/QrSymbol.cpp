@@ -116,7 +116,10 @@ QImage symbolImage(const QrSymbol& symbol) {
     QImage image(side, side, QImage::Format_Mono);
     // Index 0 white, 1 black, so that the BMP palette reads naturally.
     image.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
-    image.fill(0);
+    // QImage::fill stops at the last pixel's byte and leaves the row's padding
+    // as the allocator gave it; the BMP carries whole rows, so clear them all
+    // and a symbol's file holds nothing but the symbol.
+    std::memset(image.bits(), 0, static_cast<size_t>(image.sizeInBytes()));
     // Every symbol of a run passes through here: one pixel row per module row
     // is set bit by bit (Format_Mono keeps the leftmost pixel in the high
     // bit) and copied to the module's other rows, instead of setPixel calls.

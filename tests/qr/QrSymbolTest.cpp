@@ -270,6 +270,15 @@ TEST(QrSymbolImage, OneBitBmpWithWholePixelModulesAndQuietZone) {
     EXPECT_EQ(u16(28), 1);
     // 16000 dots a metre: a module of 4 pixels measures 0.25 mm.
     EXPECT_EQ(u32(38), 16000u);
+    // Rows of 116 pixels are stored in 16 bytes: the 12 bits past the last
+    // pixel are padding and must be zero, not whatever memory held.
+    const quint32 pixels = u32(10);
+    ASSERT_EQ(bmp.size(), static_cast<qsizetype>(pixels + 116 * 16));
+    for (int row = 0; row < 116; ++row) {
+        const auto* line = reinterpret_cast<const uchar*>(bmp.constData() + pixels + row * 16);
+        EXPECT_EQ(line[14] & 0x0F, 0) << "row " << row;
+        EXPECT_EQ(line[15], 0) << "row " << row;
+    }
     const QImage loaded(image);
     ASSERT_FALSE(loaded.isNull());
     // Quiet zone white; the finder's top-left module dark over its 4x4 pixels.
