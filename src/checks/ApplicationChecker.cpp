@@ -17,12 +17,16 @@ const QString kCrLf = QStringLiteral("\r\n");
 const QString kMissing = QStringLiteral("が未入力（又は未設定）です");
 const QString kSpace = QStringLiteral(" ");
 
-// VB's Trim: half-width spaces only. A full-width space is part of the text.
+// Blanks at either end, half-width or the full-width (ideographic) space an
+// input method types: a field of only such blanks is not filled in, and a
+// name is judged without them.
+bool isBlank(QChar c) { return c == QLatin1Char(' ') || c == QChar(u'\u3000'); }
+
 QString trimSpaces(const QString& text) {
     qsizetype first = 0;
     qsizetype last = text.size();
-    while (first < last && text[first] == QLatin1Char(' ')) ++first;
-    while (last > first && text[last - 1] == QLatin1Char(' ')) --last;
+    while (first < last && isBlank(text[first])) ++first;
+    while (last > first && isBlank(text[last - 1])) --last;
     return text.mid(first, last - first);
 }
 

@@ -101,6 +101,9 @@ Recordset gobjMakeRecordset(const QString& sql) {
 }
 
 bool gblnExecuteSql(const QString& sql) {
+    // An empty text is a statement clsSqlText refused to build; that refusal
+    // has been reported with the value that caused it.
+    if (sql.isEmpty()) return false;
     try {
         requireConnection().execute(translateJetSql(sql));
         return true;
