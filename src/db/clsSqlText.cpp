@@ -83,11 +83,13 @@ std::optional<QString> numberLiteral(const Variant& value) {
 // number taken as a day serial; nothing for anything else.
 std::optional<QString> dateLiteralText(const Variant& value) {
     try {
-        if (value.isDate() || value.isNumber())
-            return value.toDate().date.toString(QStringLiteral("yyyy/MM/dd"));
+        QDate date;
         double serial = 0;
-        if (value.isString() && vbParseNumber(value.text(), serial))
-            return Variant(serial).toDate().date.toString(QStringLiteral("yyyy/MM/dd"));
+        if (value.isDate() || value.isNumber()) date = value.toDate().date;
+        else if (value.isString() && vbParseNumber(value.text(), serial)) date = Variant(serial).toDate().date;
+        // VB's dates run from the year 100 to 9999.
+        if (date.isValid() && date.year() >= 100 && date.year() <= 9999)
+            return date.toString(QStringLiteral("yyyy/MM/dd"));
     } catch (const VbError&) {
         // a serial beyond the calendar
     }
@@ -139,6 +141,8 @@ std::optional<QString> clsSqlText::mstrConvertValue(const Variant& value, int fi
             return numberLiteral(value);
         case kText: {
             QString text = value.text();
+            // A NUL would end the statement text inside the literal.
+            text.remove(QChar(u'\0'));
             text.replace(QLatin1Char('\''), QLatin1String("''"));
             return QLatin1Char('\'') + text + QLatin1Char('\'');
         }

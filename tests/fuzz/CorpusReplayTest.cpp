@@ -49,7 +49,8 @@ TEST_P(CorpusReplay, EverySeedIsReadOrRefusedInOrder) {
 INSTANTIATE_TEST_SUITE_P(Targets, CorpusReplay,
                          ::testing::Values(Target{"sequential_input", fuzzSequentialInput},
                                            Target{"profile", fuzzProfile}, Target{"rule_file", fuzzRuleFile},
-                                           Target{"layout", fuzzLayout}, Target{"jet_sql", fuzzJetSql}),
+                                           Target{"layout", fuzzLayout}, Target{"jet_sql", fuzzJetSql},
+                                           Target{"sql_text", fuzzSqlText}),
                          [](const ::testing::TestParamInfo<Target>& info) { return std::string(info.param.corpus); });
 
 }  // namespace
