@@ -10,7 +10,6 @@
 #include "platform/InstanceLock.h"
 #include "print/clsPrintMain.h"
 #include "print/clsPrintMain_200804.h"
-#include "startup/RunOutcome.h"
 #include "startup/SettingsFileCheck.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
@@ -48,7 +47,6 @@ bool isCurrentEdition(const Variant& enforceDate) {
 }  // namespace
 
 void Main() {
-    noteRunStarted();
     std::unique_ptr<InstanceLock> instance;
     std::unique_ptr<frmMDIForm> mainWindow;
     bool secondInstance = false;

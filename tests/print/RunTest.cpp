@@ -210,19 +210,91 @@ TEST_F(SampleRun, APdfFolderThatDoesNotExistIsReported) {
     EXPECT_FALSE(QFile::exists(home.file("no-such-folder/out.pdf")));
 }
 
-TEST_F(SampleRun, AMissingLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
-    QFile earlier(home.file("out.pdf"));
-    ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
-    earlier.write("the user's earlier PDF");
-    earlier.close();
+namespace {
+// The pages of a PDF, each by the first of the given headings it shows.
+QStringList pageHeadings(const QString& pdf) {
+    static const char* const headings[] = {"経営状況分析申請に関する補足書類", "経営状況分析申請書",
+                                           "株主資本等変動計算書", "財務諸表ＱＲコード"};
+    QStringList pages;
+    for (const QString& page : pdfText(pdf).split(QLatin1Char('\f'), Qt::SkipEmptyParts)) {
+        QString found = QStringLiteral("?");
+        for (const char* heading : headings) {
+            if (page.contains(QString::fromUtf8(heading))) {
+                found = QString::fromUtf8(heading);
+                break;
+            }
+        }
+        pages << found;
+    }
+    return pages;
+}
+
+const QString kSupplement = QStringLiteral("経営状況分析申請に関する補足書類");
+const QString kApplication = QStringLiteral("経営状況分析申請書");
+const QString kEquity = QStringLiteral("株主資本等変動計算書");
+const QString kStatementQr = QStringLiteral("財務諸表ＱＲコード");
+}  // namespace
+
+TEST_F(SampleRun, AMissingLayoutIsReportedOnceAPeriodAndTheOtherPagesAreDelivered) {
+    writeFile(home.file("out.pdf"), "the user's earlier PDF");
     ASSERT_TRUE(QFile::remove(home.file("PrintFile/FSQRCode.w30")));
 
     const ProcessResult r = run({"--mode", "3", "--periods", "all", "--pdf", home.file("out.pdf"), sampleApp()});
     EXPECT_EQ(r.exitCode, 3);
     EXPECT_EQ(r.standardError.count(QStringLiteral("帳票ファイル「FSQRCode.w30」が見つかりません。")), 3);
     EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 3) << r.standardError.toStdString();
-    EXPECT_TRUE(r.standardError.contains(QStringLiteral("は作成しませんでした。")));
-    EXPECT_EQ(fileBytes(home.file("out.pdf")), QByteArray("the user's earlier PDF"));
+    EXPECT_FALSE(r.standardError.contains(QStringLiteral("は作成しませんでした。")));
+    // The newest period's side sheet still follows the application's two pages.
+    EXPECT_EQ(pageHeadings(home.file("out.pdf")), (QStringList{kSupplement, kApplication, kEquity}));
+}
+
+// Errors reported in mode 0, or in mode 2 and answered Yes, let the run go
+// on; the PDF is then written with what the run made, and the exit status
+// still says that an error was reported.
+TEST_F(SampleRun, ARunThatGoesOnPastAnErrorDeliversItsPdf) {
+    const QByteArray sample = readFile(sampleApp());
+    const QStringList allSix{kSupplement, kApplication, kStatementQr, kEquity, kStatementQr, kStatementQr};
+    struct Case {
+        const char* name;
+        QByteArray from, to;  // the change to the application file
+        const char* siblingSql;  // a change to the sibling database, or nullptr
+        const char* mode;
+        QStringList pages;
+        QString report;
+    };
+    const Case cases[] = {
+        // The application form alone (mode 2) of an applicant whose sibling folder is not there.
+        {"a sibling folder that does not exist", "\"LedraDataPath\",\".\\\"", "\"LedraDataPath\",\"no-such\\\"", nullptr,
+         "2", {kApplication}, QStringLiteral("財務諸表データのない申請として続けます。")},
+        {"an empty PrefID", "\"PrefID\",1", "\"PrefID\",\"\"", nullptr, "3", allSix, QStringLiteral("場所： LoadData\n")},
+        // A column of the newest period's equity statement without its number,
+        // past which the user goes on.
+        {"a Null in a statement column", "", "",
+         "UPDATE T_FSCapitalCol SET ColNo=NULL WHERE FSDataCode=15 AND "
+         "ColNo=(SELECT MIN(ColNo) FROM T_FSCapitalCol WHERE FSDataCode=15)",
+         "3", allSix, QStringLiteral("場所： mMakeQRCodeFSCapital\n")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        ScratchHome fresh;
+        const QString app = fresh.file(QStringLiteral("sample/app.dat"));
+        QByteArray changed = sample;
+        if (!c.from.isEmpty()) {
+            ASSERT_TRUE(changed.contains(c.from));
+            changed.replace(c.from, c.to);
+        }
+        writeFile(app, changed);
+        if (c.siblingSql) sqlExec(fresh.file(QStringLiteral("sample/Ledra.mdb")), c.siblingSql);
+        const QString pdf = fresh.file(QStringLiteral("out.pdf"));
+        writeFile(pdf, "the user's earlier PDF");
+
+        const ProcessResult r = runKelvary({"--batch", "--yes", "--home", fresh.path(), "--mode",
+                                            QString::fromLatin1(c.mode), "--periods", "all", "--pdf", pdf, app});
+        EXPECT_EQ(r.exitCode, 3);
+        EXPECT_TRUE(r.standardError.contains(c.report)) << r.standardError.toStdString();
+        EXPECT_FALSE(r.standardError.contains(QStringLiteral("は作成しませんでした。"))) << r.standardError.toStdString();
+        EXPECT_EQ(pageHeadings(pdf), c.pages);
+    }
 }
 
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
