@@ -59,24 +59,33 @@ bool holdsNoValue(const Variant& value) {
     return value.isNull() || value.isEmpty() || (value.isString() && withoutBlanks(value.text()).isEmpty());
 }
 
-// CStr(CDbl(value)) as the literal; nothing when it is not a finite number.
-std::optional<QString> numberLiteral(const Variant& value) {
-    if (value.type() == VarType::Boolean) return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
-    if (value.type() == VarType::Integer || value.type() == VarType::Long) return value.text();
+// The value converted to the column's type as CInt, CLng, CCur, CBool or
+// CDbl do, written as CStr writes it; nothing when it does not convert or
+// lies outside what the column holds. Without a column type, CDbl.
+std::optional<QString> numberLiteral(const Variant& value, int adoType) {
     if (value.isString()) {
         const QString word = withoutBlanks(value.text());
         if (word.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0) return QStringLiteral("True");
         if (word.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0) return QStringLiteral("False");
     }
-    double number = 0;
-    if (value.isString()) {
-        if (!vbParseNumber(value.text(), number)) return std::nullopt;
-    } else {
-        number = value.toDouble();  // Double, Currency, or a date's serial
+    try {
+        switch (adoType) {
+        case ado::adSmallInt: return QString::number(value.toInteger());
+        case ado::adInteger: return QString::number(value.toLong());
+        case ado::adCurrency: return Variant(value.toCurrency()).text();
+        case ado::adBoolean: return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+        default: break;
+        }
+        if (value.type() == VarType::Boolean) return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+        if (value.type() == VarType::Integer || value.type() == VarType::Long) return value.text();
+        const double number = value.toDouble();  // a date gives its serial
+        if (!std::isfinite(number)) return std::nullopt;
+        if (adoType == ado::adSingle && std::fabs(number) > 3.402823466e38) return std::nullopt;
+        // digits, a sign, a point and an exponent, nothing else
+        return vbDoubleText(number);
+    } catch (const VbError&) {
+        return std::nullopt;  // not a number, or too large for the column
     }
-    if (!std::isfinite(number)) return std::nullopt;
-    // CStr of the double: digits, a sign, a point and an exponent, nothing else.
-    return vbDoubleText(number);
 }
 
 // Format(value, "yyyy/mm/dd") of a date, a text that reads as a date, or a
@@ -115,7 +124,7 @@ void appendListItem(QString& list, const QString& item) {
 void clsSqlText::SetData(const QString& field, const Variant& value, int& fieldType, int adoType) {
     try {
         if (fieldType == kFromAdoType) fieldType = fieldTypeOfAdoType(field, adoType);
-        const std::optional<QString> converted = mstrConvertValue(value, fieldType);
+        const std::optional<QString> converted = mstrConvertValue(value, fieldType, adoType);
         if (!converted && refused_.isEmpty())
             refused_ = QStringLiteral("の項目「") + field + QStringLiteral("」の値「") + shownValue(value) +
                        (fieldType == kNumber ? QStringLiteral("」は数値として読めません。")
@@ -133,12 +142,12 @@ void clsSqlText::SetData(const QString& field, const Variant& value, int&& field
     SetData(field, value, fieldType, adoType);
 }
 
-std::optional<QString> clsSqlText::mstrConvertValue(const Variant& value, int fieldType) const {
+std::optional<QString> clsSqlText::mstrConvertValue(const Variant& value, int fieldType, int adoType) const {
     try {
         switch (fieldType) {
         case kNumber:
             if (holdsNoValue(value)) return QStringLiteral("null");
-            return numberLiteral(value);
+            return numberLiteral(value, adoType);
         case kText: {
             QString text = value.text();
             // A NUL would end the statement text inside the literal.

@@ -30,9 +30,10 @@ public:
     QString GetNoWhereUpdateSql() const;
 
 private:
-    // The literal of the value by field type; nothing when a number or a
-    // date does not convert.
-    std::optional<QString> mstrConvertValue(const Variant& value, int fieldType) const;
+    // The literal of the value by field type (a number by the ADO type of its
+    // column, when one is given); nothing when a number or a date does not
+    // convert.
+    std::optional<QString> mstrConvertValue(const Variant& value, int fieldType, int adoType) const;
     // Raises the refusal of the first value that did not convert.
     void mRequireAllValues() const;
 

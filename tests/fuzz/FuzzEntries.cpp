@@ -279,8 +279,15 @@ bool converts(const Variant& value, int adoType) {
         word.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0)
         return true;
     double number = 0;
-    return vbParseNumber(value.text(), number) && std::isfinite(number);
+    if (!vbParseNumber(value.text(), number) || !std::isfinite(number)) return false;
+    // What a Long and a Currency (four decimals in 64 bits) hold.
+    if (adoType == ado::adInteger) return std::fabs(std::nearbyint(number)) <= 2147483647.0 ||
+                                          std::nearbyint(number) == -2147483648.0;
+    if (adoType == ado::adCurrency) return std::fabs(std::nearbyint(number * 10000.0)) <= 9.2e18;
+    return true;
 }
+
+void mCheckWrittenRow(SqliteConnection& db, const QList<std::pair<int, Variant>>& written, const QString& statement);
 
 }  // namespace
 
@@ -328,8 +335,19 @@ int fuzzSqlText(const std::uint8_t* data, std::size_t size) {
         finding(QStringLiteral("the built statement failed (%1): %2").arg(e.description(), statement));
     }
 
-    // Nothing but the one row: the other table is as it was, and every value
-    // reads back as the literal of its column's type.
+    try {
+        mCheckWrittenRow(db, written, statement);
+    } catch (const VbError& e) {
+        finding(QStringLiteral("the row cannot be read back (%1): %2").arg(e.description(), statement));
+    }
+    return 0;
+}
+
+namespace {
+
+// Nothing but the one row: the other table is as it was, and every value
+// reads back as the literal of its column's type.
+void mCheckWrittenRow(SqliteConnection& db, const QList<std::pair<int, Variant>>& written, const QString& statement) {
     const Recordset kept = db.query(QStringLiteral("select count(*), max(Word) from tblKeep"));
     if (kept.value(0).toLong() != 1 || kept.value(1).text() != QLatin1String("kept"))
         finding(QStringLiteral("the statement reached another table: ") + statement);
@@ -356,14 +374,18 @@ int fuzzSqlText(const std::uint8_t* data, std::size_t size) {
             double number = 0;
             if (adoType != ado::adBoolean && vbParseNumber(value.text(), number)) {
                 const double got = stored.toDouble();
-                // CStr keeps fifteen significant digits, so compare to that.
-                if (std::fabs(got - number) > std::fabs(number) * 1e-14 + (adoType == ado::adCurrency ? 1e-4 : 0))
+                // A Long is rounded half to even, a Currency to four
+                // decimals; CStr keeps fifteen significant digits.
+                const double wanted = adoType == ado::adInteger ? std::nearbyint(number) : number;
+                const double slack = std::fabs(wanted) * 1e-14 + (adoType == ado::adCurrency ? 5e-5 : 0);
+                if (std::fabs(got - wanted) > slack)
                     finding(QStringLiteral("%1 holds %2 for the number \"%3\"").arg(name).arg(got).arg(value.text()));
             }
         }
     }
-    return 0;
 }
+
+}  // namespace
 
 int fuzzSequentialInput(const std::uint8_t* data, std::size_t size) {
     const QString path = asFile(data, size, QStringLiteral("app.dat"));
