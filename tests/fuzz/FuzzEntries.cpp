@@ -355,7 +355,7 @@ void mCheckWrittenRow(SqliteConnection& db, const QList<std::pair<int, Variant>>
     for (const auto& [column, value] : written) {
         const QString name = QLatin1String(kBuilderColumns[column].name);
         const int adoType = kBuilderColumns[column].adoType;
-        const Recordset rows = db.query(QStringLiteral("select typeof(%1), %1 from tmpFuzz").arg(name));
+        const Recordset rows = db.query(QStringLiteral("select typeof(%1), %1, cast(%1 as text) from tmpFuzz").arg(name));
         if (rows.recordCount() != 1) finding(QStringLiteral("%1 rows after one insert").arg(rows.recordCount()));
         const QString storage = rows.value(0).text();
         const Variant& stored = rows.value(1);
@@ -366,8 +366,9 @@ void mCheckWrittenRow(SqliteConnection& db, const QList<std::pair<int, Variant>>
         } else if (value.isNull() || isBlankText(value.text())) {
             if (storage != QLatin1String("null")) finding(QStringLiteral("%1 holds %2 for a blank").arg(name, storage));
         } else if (adoType == ado::adDate) {
-            if (storage != QLatin1String("text") || !storedDate.match(stored.text()).hasMatch())
-                finding(QStringLiteral("%1 holds \"%2\" for the date \"%3\"").arg(name, stored.text(), value.text()));
+            const QString storedText = rows.value(2).text();
+            if (storage != QLatin1String("text") || !storedDate.match(storedText).hasMatch())
+                finding(QStringLiteral("%1 holds \"%2\" for the date \"%3\"").arg(name, storedText, value.text()));
         } else {
             if (storage != QLatin1String("integer") && storage != QLatin1String("real"))
                 finding(QStringLiteral("%1 holds a %2 for the number \"%3\"").arg(name, storage, value.text()));

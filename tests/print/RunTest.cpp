@@ -4,6 +4,8 @@
 #include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
+#include "platform/Cp932.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -294,6 +296,59 @@ TEST_F(SampleRun, ARunThatGoesOnPastAnErrorDeliversItsPdf) {
         EXPECT_TRUE(r.standardError.contains(c.report)) << r.standardError.toStdString();
         EXPECT_FALSE(r.standardError.contains(QStringLiteral("は作成しませんでした。"))) << r.standardError.toStdString();
         EXPECT_EQ(pageHeadings(pdf), c.pages);
+    }
+}
+
+namespace {
+// Every payload text the run left in Temp (in CP932, as the symbols carry them), joined.
+QString payloadTexts(const QString& temp) {
+    QString all;
+    const QDir dir(temp);
+    for (const QString& name : dir.entryList({QStringLiteral("*.Txt")}, QDir::Files, QDir::Name))
+        all += kelvary::cp932Decode(readFile(dir.filePath(name)));
+    return all;
+}
+}  // namespace
+
+// Two applicants one after the other in one program folder: whatever the
+// second one's sibling database lacks is read from the empty database, never
+// from the first one's.
+TEST_F(SampleRun, NothingOfTheApplicantBeforeReachesTheNextOne) {
+    const QString firstSibling = home.file("sample/Ledra.mdb");
+    const QString marker = QStringLiteral("北斗建設の注記");
+    sqlExec(firstSibling, QStringLiteral("UPDATE T_FSNote SET Other = '%1'").arg(marker));
+    ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("first.pdf"), sampleApp()}).exitCode, 0);
+    ASSERT_TRUE(payloadTexts(home.file("Temp")).contains(marker));
+
+    // The second applicant's folder holds its own application and sibling database.
+    ASSERT_TRUE(QDir(home.path()).mkpath(QStringLiteral("second")));
+    const QString secondApp = home.file("second/app.dat");
+    const QString secondSibling = home.file("second/Ledra.mdb");
+    writeFile(secondApp, readFile(sampleApp()));
+    {
+        SCOPED_TRACE("a table missing in the second one's database");
+        writeFile(secondSibling, readFile(firstSibling));
+        sqlExec(secondSibling, "DROP TABLE T_FSNote");
+        const ProcessResult r = run({"--mode", "3", "--periods", "all", "--pdf", home.file("second.pdf"), secondApp});
+        EXPECT_EQ(r.exitCode, 3);
+        EXPECT_TRUE(r.standardError.contains(QStringLiteral("データベース '") + secondSibling +
+                                             QStringLiteral("' にテーブル 'T_FSNote' が見つかりません。")))
+            << r.standardError.toStdString();
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+        EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSNoteData"), QStringList{"0"});
+        EXPECT_FALSE(payloadTexts(home.file("Temp")).contains(marker));
+        // The other tables are the second one's: its three periods are there.
+        EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"3"});
+    }
+    {
+        SCOPED_TRACE("the second one's database unreadable");
+        writeFile(secondSibling, QByteArray("SQLite format 3") + QByteArray(4096, 'x'));
+        const ProcessResult r = run({"--mode", "2", "--pdf", home.file("second.pdf"), secondApp});
+        EXPECT_EQ(r.exitCode, 3);
+        EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblIndex"), QStringList{"0"});
+        // Every link reads the empty database beside the program.
+        EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblLinkTable WHERE DataSource NOT LIKE '%Ledra_dummy.mdb'"),
+                  QStringList{"0"});
     }
 }
 
