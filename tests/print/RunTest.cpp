@@ -352,6 +352,25 @@ TEST_F(SampleRun, NothingOfTheApplicantBeforeReachesTheNextOne) {
     }
 }
 
+TEST_F(SampleRun, AWorkingTableThatKeepsAnEarlierRunsRowsStopsTheRun) {
+    ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("first.pdf"), sampleApp()}).exitCode, 0);
+    // Another program's trigger keeps the period index from being emptied.
+    sqlExec(db(), "CREATE TRIGGER keep BEFORE DELETE ON tblIndex BEGIN SELECT RAISE(ABORT, 'kept'); END");
+    // The next applicant has no statements of its own.
+    QByteArray second = readFile(sampleApp());
+    second.replace("\"LedraDataPath\",\".\\\"", "\"LedraDataPath\",\"\"");
+    writeFile(home.file("sample/second.dat"), second);
+
+    const ProcessResult r =
+        run({"--mode", "3", "--periods", "all", "--pdf", home.file("second.pdf"), home.file("sample/second.dat")});
+    EXPECT_EQ(r.exitCode, 3);
+    EXPECT_TRUE(r.standardError.contains(
+        QStringLiteral("作業用のテーブル「tblIndex」を空にできませんでした。前回の処理のデータが残っているため、処理を中止します。")))
+        << r.standardError.toStdString();
+    EXPECT_FALSE(QFile::exists(home.file("second.pdf")));
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpAPData"), QStringList{"0"});
+}
+
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
     const ProcessResult r = run({"--mode", "3", home.file("no-such.dat")});
     EXPECT_EQ(r.exitCode, 3);
