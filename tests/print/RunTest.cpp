@@ -371,6 +371,32 @@ TEST_F(SampleRun, AWorkingTableThatKeepsAnEarlierRunsRowsStopsTheRun) {
     EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpAPData"), QStringList{"0"});
 }
 
+// Digits typed full-width with a Japanese input method are numbers; a field
+// of nothing but a full-width space is not filled in.
+TEST_F(SampleRun, InputAsAClerkTypesIt) {
+    QByteArray application = readFile(sampleApp());
+    const auto change = [&](const QByteArray& from, const QByteArray& to) {
+        ASSERT_TRUE(application.contains(from)) << from.toStdString();
+        application.replace(from, to);
+    };
+    change("\"LcnsNum1A\",\"20\",2", "\"LcnsNum1A\",\"" + hexBytes("82 56") + "\",2");           // ７
+    change("\"PrefCode1\",1,1", "\"PrefCode1\",\"" + hexBytes("82 50 82 51") + "\",1");            // １２
+    change("\"OfficeTel\",\"011-231-4567\",2", "\"OfficeTel\",\"" + hexBytes("81 40") + "\",2");  // one 　
+    writeFile(home.file("sample/typed.dat"), application);
+
+    const ProcessResult r = runKelvary({"--batch", "--yes", "--home", home.path(), "--mode", "3", "--periods", "newest",
+                                        "--pdf", home.file("typed.pdf"), home.file("sample/typed.dat")});
+    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+    // The telephone is the only rule that fails.
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("■申請書の「主たる営業所の所在地の電話番号」が未入力（又は未設定）です\n")))
+        << r.standardError.toStdString();
+    EXPECT_EQ(r.standardError.count(QStringLiteral("■")), 1) << r.standardError.toStdString();
+    // The agency reads prefecture 12 (Chiba) and licence number 07.
+    const QString payload = kelvary::cp932Decode(decoded(home.file("Temp/ApplyDoc2.bmp")));
+    EXPECT_TRUE(payload.contains(QStringLiteral("\r\n9,\"12\"\r\n10,\"1\"\r\n11,\"07\"\r\n"))) << payload.toStdString();
+    EXPECT_TRUE(pdfText(home.file("typed.pdf")).contains(QStringLiteral("千葉県知事許可( 般 - 07)第012345号")));
+}
+
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
     const ProcessResult r = run({"--mode", "3", home.file("no-such.dat")});
     EXPECT_EQ(r.exitCode, 3);
