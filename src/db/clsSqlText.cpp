@@ -64,7 +64,8 @@ bool holdsNoValue(const Variant& value) {
 // lies outside what the column holds. Without a column type, CDbl.
 std::optional<QString> numberLiteral(const Variant& value, int adoType) {
     if (value.isString()) {
-        const QString word = withoutBlanks(value.text());
+        // Blanks around the word go, as they do around a number.
+        const QString word = withoutBlanks(value.text().trimmed());
         if (word.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0) return QStringLiteral("True");
         if (word.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0) return QStringLiteral("False");
     }
