@@ -250,6 +250,12 @@ SqliteConnection& builderDatabase() {
             "create table tblKeep(Word TEXT); insert into tblKeep values('kept');";
         if (sqlite3_exec(db.get(), schema, nullptr, nullptr, nullptr) != SQLITE_OK)
             throw std::runtime_error("cannot create the builder's tables");
+        // Reports go to the silent boxes rather than, one screen each, to
+        // standard error, which would bury libFuzzer's own output.
+        QFile ini(scratchFolder().filePath(QStringLiteral("UserData.ini")));
+        if (!ini.open(QIODevice::WriteOnly | QIODevice::Truncate) || ini.write("[System]\r\nShowErrMsg=-1\r\n") < 0)
+            throw std::runtime_error("cannot write the settings of the builder's fuzz runs");
+        ini.close();
         setUserInterface(std::make_unique<SilentUserInterface>());
         return std::make_unique<SqliteConnection>(path);
     }();
