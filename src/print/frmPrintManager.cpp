@@ -221,7 +221,9 @@ void frmPrintManager::EndPage(bool problemMark) {
             if (!mDocument->page(p).visible) continue;
             if (!mPdfMode()) {
                 mPages.push_back(recordLayoutPage(*mDocument, p));
-            } else if (mPdf) {
+            } else if (mPdf && !mblnOutputFailed) {
+                // After the first page that failed, the file is given up: the
+                // pages after it are not tried, so the fault is told once.
                 try {
                     mPdf->addPage(recordLayoutPage(*mDocument, p));
                 } catch (...) {
