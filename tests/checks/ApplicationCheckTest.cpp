@@ -82,6 +82,23 @@ TEST(ApplicationCheckTest, CorporateFormsNeedTheFullWidthAbbreviation) {
     EXPECT_EQ(check(), QString());
 }
 
+TEST(ApplicationCheckTest, AnIndividualsNameIsJudgedWithoutTheFullWidthSpaceAfterIt) {
+    CheckHome home;
+    const QString blanks = QStringLiteral("■申請書の「商号又は名称」に不要な空白が含まれています\r\n\r\n");
+    home.set(QStringLiteral("Distinction=2, TRName='山田　太郎　'"));
+    EXPECT_EQ(check(), QString());
+    home.set(QStringLiteral("Distinction=2, TRName='山田太郎　　'"));
+    EXPECT_EQ(check(), QString());
+    // A second space inside the name, or a blank before it, is still one too many.
+    home.set(QStringLiteral("Distinction=2, TRName='山田　太郎　次郎　'"));
+    EXPECT_EQ(check(), blanks);
+    home.set(QStringLiteral("Distinction=2, TRName='　山田　太郎'"));
+    EXPECT_EQ(check(), blanks);
+    // A corporation's name holds no space at all.
+    home.set(QStringLiteral("Distinction=1, TRName='（株）北斗建設　'"));
+    EXPECT_EQ(check(), blanks);
+}
+
 // Every text rule at once, to pin the order of the whole list.
 TEST(ApplicationCheckTest, AllBlankTextsInRuleOrder) {
     CheckHome home;
