@@ -397,6 +397,24 @@ TEST_F(SampleRun, InputAsAClerkTypesIt) {
     EXPECT_TRUE(pdfText(home.file("typed.pdf")).contains(QStringLiteral("千葉県知事許可( 般 - 07)第012345号")));
 }
 
+// Amounts another program stored as text in the sibling database: a number
+// typed full-width is a number, an expression is refused by name and value.
+TEST_F(SampleRun, SiblingTextsInAmountColumnsAreDataNeverSql) {
+    sqlExec(home.file("sample/Ledra.mdb"),
+            "UPDATE P_FSItemData SET ItemValue = CASE ItemCode WHEN 1 THEN '(select 1)' ELSE '８４２１０５００' END "
+            "WHERE FSDataCode=15 AND ItemCode IN (1, 2)");
+    const ProcessResult r =
+        run({"--mode", "3", "--periods", "newest", "--pdf", home.file("out.pdf"), sampleApp()});
+    EXPECT_EQ(r.exitCode, 3);
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral(
+        "テーブル「TmpFSItemData」の項目「ItemValue」の値「(select 1)」は数値として読めません。この行は書き込みません。")))
+        << r.standardError.toStdString();
+    EXPECT_EQ(column(db(), "SELECT ItemCode || ':' || typeof(ItemValue) || ':' || CAST(ItemValue AS INTEGER) "
+                           "FROM tmpFSItemData WHERE ItemCode IN (1, 2)"),
+              QStringList{"2:real:84210500"});
+}
+
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
     const ProcessResult r = run({"--mode", "3", home.file("no-such.dat")});
     EXPECT_EQ(r.exitCode, 3);
