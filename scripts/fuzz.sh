@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets with clang (ASan + UBSan) and runs each for
 # SECONDS (default 600), one after the other. Usage:
-#   scripts/fuzz.sh [SECONDS] [TARGET...]     targets: sequential_input profile rule_file layout jet_sql sibling_database
+#   scripts/fuzz.sh [SECONDS] [TARGET...]     targets: sequential_input profile rule_file layout jet_sql sibling_database sql_text
 # Each target works on a copy of its seed corpus in the build folder; crash,
 # timeout and out-of-memory inputs are left there and their paths printed.
 # Exit status 1 when any target found something. KELVARY_FUZZ_BUILD names
@@ -13,7 +13,7 @@ root=$(pwd)
 seconds=${1:-600}
 [ $# -gt 0 ] && shift
 targets=("$@")
-[ ${#targets[@]} -eq 0 ] && targets=(sequential_input profile rule_file layout jet_sql sibling_database)
+[ ${#targets[@]} -eq 0 ] && targets=(sequential_input profile rule_file layout jet_sql sibling_database sql_text)
 build=${KELVARY_FUZZ_BUILD:-build-fuzzer}
 
 bash scripts/install-deps.sh

@@ -17,12 +17,25 @@ const QString kCrLf = QStringLiteral("\r\n");
 const QString kMissing = QStringLiteral("が未入力（又は未設定）です");
 const QString kSpace = QStringLiteral(" ");
 
-// VB's Trim: half-width spaces only. A full-width space is part of the text.
+constexpr QChar kWideSpace(u'\u3000');
+
+// VB's Trim: half-width spaces only.
 QString trimSpaces(const QString& text) {
     qsizetype first = 0;
     qsizetype last = text.size();
     while (first < last && text[first] == QLatin1Char(' ')) ++first;
     while (last > first && text[last - 1] == QLatin1Char(' ')) --last;
+    return text.mid(first, last - first);
+}
+
+// Blanks at either end, half-width or the full-width (ideographic) space an
+// input method types: a field of nothing else is not filled in.
+QString trimBlanks(const QString& text) {
+    const auto blank = [](QChar c) { return c == QLatin1Char(' ') || c == kWideSpace; };
+    qsizetype first = 0;
+    qsizetype last = text.size();
+    while (first < last && blank(text[first])) ++first;
+    while (last > first && blank(text[last - 1])) --last;
     return text.mid(first, last - first);
 }
 
@@ -32,7 +45,7 @@ QString title(const QString& fieldName) { return QStringLiteral("■申請書の
 // a number only for itself. A date never equals a blank, so a date column is
 // missing only when it is Null.
 bool equalsBlank(const Variant& value, const Variant& blank) {
-    if (blank.isString()) return (value.isString() || value.isEmpty()) && trimSpaces(value.text()).isEmpty();
+    if (blank.isString()) return (value.isString() || value.isEmpty()) && trimBlanks(value.text()).isEmpty();
     if (!blank.isNumber()) return false;
     double number = 0;
     if (value.isNumber()) return value.toDouble() == blank.toDouble();
@@ -87,7 +100,7 @@ bool ApplicationChecker::mblnCheckEra(const Variant& value, const QString& field
 bool ApplicationChecker::mblnCheckTooLong(const Recordset& rs, const QString& field, const QString& titleText,
                                           int limit) {
     const Variant& value = rs[field];
-    if (value.isNull() || trimSpaces(value.text()).size() <= limit) return false;
+    if (value.isNull() || trimBlanks(value.text()).size() <= limit) return false;
     const QString digits = limit == 2 ? QStringLiteral("２") : limit == 5 ? QStringLiteral("５") : QStringLiteral("６");
     mAppend(titleText + QStringLiteral("が") + digits + QStringLiteral("桁を超えています"));
     return true;
@@ -213,7 +226,7 @@ bool ApplicationChecker::mblnCheckConsolidatedAmounts(const Recordset& rs) {
 bool ApplicationChecker::mblnCheckCorporateForms(const Recordset& rs) {
     if (!isLong(rs[QStringLiteral("Distinction")], 1)) return false;
     const Variant& nameValue = rs[QStringLiteral("TRName")];
-    if (nameValue.isNull() || trimSpaces(nameValue.text()).isEmpty()) return false;
+    if (nameValue.isNull() || trimBlanks(nameValue.text()).isEmpty()) return false;
     const QString name = nameValue.text();
     bool failed = false;
     for (const CorporateForm& form : kCorporateForms) {
@@ -241,8 +254,13 @@ bool ApplicationChecker::mblnCheckNameBlanks(const Recordset& rs) {
     bool wrong = name.size() > trimSpaces(name).size();
     if (isLong(distinction, 1) && narrow.contains(kSpace)) wrong = true;
     if (isLong(distinction, 2)) {
-        const qsizetype first = narrow.indexOf(kSpace);
-        if (first >= 0 && narrow.indexOf(kSpace, first + 1) >= 0) wrong = true;
+        // The full-width space an input method leaves after the name is not
+        // the one between family and given name: the name is judged without it.
+        QString own = name;
+        while (own.endsWith(kWideSpace)) own.chop(1);
+        const QString ownNarrow = vbStrConv(own, vbNarrow);
+        const qsizetype first = ownNarrow.indexOf(kSpace);
+        if (first >= 0 && ownNarrow.indexOf(kSpace, first + 1) >= 0) wrong = true;
     }
     if (!wrong) return false;
     mAppend(title(QStringLiteral("商号又は名称")) + QStringLiteral("に不要な空白が含まれています"));

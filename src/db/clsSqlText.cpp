@@ -1,10 +1,21 @@
 // Literal building and statement assembly of clsSqlText. Text literals double
 // their single quotes, so a name such as O'Brien建設 is stored as written
 // instead of breaking the statement.
+//
+// Values arrive from the application file and the sibling database, both
+// written by other programs, so a number or a date is never spliced in as
+// its text: it is converted as the VB runtime converts it (CDbl, CDate) and
+// written in the literal form of its type. A value that does not convert
+// leaves the statement unbuilt; the member that would have returned it
+// reports the table, the column and the value, once.
 #include "db/clsSqlText.h"
 
 #include "platform/Recordset.h"
+#include "platform/VbError.h"
 #include "startup/mdlFunctionStandard.h"
+
+#include <cmath>
+#include <optional>
 
 namespace kelvary {
 
@@ -33,12 +44,75 @@ int fieldTypeOfAdoType(const QString& field, int adoType) {
     }
 }
 
-// Format(value, "yyyy/mm/dd"): dates, texts that read as dates and numbers
-// (day serials) are formatted; any other text stays as it is.
-QString dateText(const Variant& value) {
-    if (value.isDate() || value.isNumber())
-        return value.toDate().date.toString(QStringLiteral("yyyy/MM/dd"));
-    return value.text();
+// Blanks at either end, the ideographic space of an input method included:
+// a field of nothing else holds no value.
+QString withoutBlanks(const QString& text) {
+    qsizetype first = 0;
+    qsizetype last = text.size();
+    const auto blank = [](QChar c) { return c == QLatin1Char(' ') || c == QChar(u'\u3000'); };
+    while (first < last && blank(text[first])) ++first;
+    while (last > first && blank(text[last - 1])) --last;
+    return text.mid(first, last - first);
+}
+
+bool holdsNoValue(const Variant& value) {
+    return value.isNull() || value.isEmpty() || (value.isString() && withoutBlanks(value.text()).isEmpty());
+}
+
+// The value converted to the column's type as CInt, CLng, CCur, CBool or
+// CDbl do, written as CStr writes it; nothing when it does not convert or
+// lies outside what the column holds. Without a column type, CDbl.
+std::optional<QString> numberLiteral(const Variant& value, int adoType) {
+    if (value.isString()) {
+        // Blanks around the word go, as they do around a number.
+        const QString word = withoutBlanks(value.text().trimmed());
+        if (word.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0) return QStringLiteral("True");
+        if (word.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0) return QStringLiteral("False");
+    }
+    try {
+        switch (adoType) {
+        case ado::adSmallInt: return QString::number(value.toInteger());
+        case ado::adInteger: return QString::number(value.toLong());
+        case ado::adCurrency: return Variant(value.toCurrency()).text();
+        case ado::adBoolean: return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+        default: break;
+        }
+        if (value.type() == VarType::Boolean) return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+        if (value.type() == VarType::Integer || value.type() == VarType::Long) return value.text();
+        const double number = value.toDouble();  // a date gives its serial
+        if (!std::isfinite(number)) return std::nullopt;
+        if (adoType == ado::adSingle && std::fabs(number) > 3.402823466e38) return std::nullopt;
+        // digits, a sign, a point and an exponent, nothing else
+        return vbDoubleText(number);
+    } catch (const VbError&) {
+        return std::nullopt;  // not a number, or too large for the column
+    }
+}
+
+// Format(value, "yyyy/mm/dd") of a date, a text that reads as a date, or a
+// number taken as a day serial; nothing for anything else.
+std::optional<QString> dateLiteralText(const Variant& value) {
+    try {
+        QDate date;
+        double serial = 0;
+        if (value.isDate() || value.isNumber()) date = value.toDate().date;
+        else if (value.isString() && vbParseNumber(value.text(), serial)) date = Variant(serial).toDate().date;
+        // VB's dates run from the year 100 to 9999.
+        if (date.isValid() && date.year() >= 100 && date.year() <= 9999)
+            return date.toString(QStringLiteral("yyyy/MM/dd"));
+    } catch (const VbError&) {
+        // a serial beyond the calendar
+    }
+    return std::nullopt;
+}
+
+// A value as the refusal shows it: a long text cut, line breaks as blanks.
+QString shownValue(const Variant& value) {
+    QString text = value.text();
+    const qsizetype limit = 60;
+    if (text.size() > limit) text = text.left(limit) + QStringLiteral("…");
+    text.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return text;
 }
 
 void appendListItem(QString& list, const QString& item) {
@@ -51,7 +125,12 @@ void appendListItem(QString& list, const QString& item) {
 void clsSqlText::SetData(const QString& field, const Variant& value, int& fieldType, int adoType) {
     try {
         if (fieldType == kFromAdoType) fieldType = fieldTypeOfAdoType(field, adoType);
-        const QString literal = mstrConvertValue(value, fieldType);
+        const std::optional<QString> converted = mstrConvertValue(value, fieldType, adoType);
+        if (!converted && refused_.isEmpty())
+            refused_ = QStringLiteral("の項目「") + field + QStringLiteral("」の値「") + shownValue(value) +
+                       (fieldType == kNumber ? QStringLiteral("」は数値として読めません。")
+                                             : QStringLiteral("」は日付として読めません。"));
+        const QString literal = converted.value_or(QStringLiteral("null"));
         appendListItem(setClause_, field + QLatin1Char('=') + literal);
         appendListItem(fields_, field);
         appendListItem(values_, literal);
@@ -64,21 +143,25 @@ void clsSqlText::SetData(const QString& field, const Variant& value, int&& field
     SetData(field, value, fieldType, adoType);
 }
 
-QString clsSqlText::mstrConvertValue(const Variant& value, int fieldType) const {
+std::optional<QString> clsSqlText::mstrConvertValue(const Variant& value, int fieldType, int adoType) const {
     try {
         switch (fieldType) {
-        case kNumber: {
-            const QString text = value.text();
-            return text.isEmpty() ? QStringLiteral("null") : text;
-        }
+        case kNumber:
+            if (holdsNoValue(value)) return QStringLiteral("null");
+            return numberLiteral(value, adoType);
         case kText: {
             QString text = value.text();
+            // A NUL would end the statement text inside the literal.
+            text.remove(QChar(u'\0'));
             text.replace(QLatin1Char('\''), QLatin1String("''"));
             return QLatin1Char('\'') + text + QLatin1Char('\'');
         }
-        case kDate:
-            if (value.text().isEmpty()) return QStringLiteral("null");
-            return QLatin1Char('#') + dateText(value) + QLatin1Char('#');
+        case kDate: {
+            if (holdsNoValue(value)) return QStringLiteral("null");
+            const std::optional<QString> date = dateLiteralText(value);
+            if (!date) return std::nullopt;
+            return QLatin1Char('#') + *date + QLatin1Char('#');
+        }
         default: return QString();
         }
     } catch (...) {
@@ -87,8 +170,15 @@ QString clsSqlText::mstrConvertValue(const Variant& value, int fieldType) const 
     }
 }
 
+void clsSqlText::mRequireAllValues() const {
+    if (!refused_.isEmpty())
+        throw VbError(vberr::TypeMismatch, QStringLiteral("テーブル「") + table_ + QStringLiteral("」") + refused_ +
+                                               QStringLiteral("この行は書き込みません。"));
+}
+
 QString clsSqlText::GetInsertSql() const {
     try {
+        mRequireAllValues();
         return QStringLiteral("insert into ") + table_ + QLatin1Char('(') + fields_ +
                QStringLiteral(") values(") + values_ + QLatin1Char(')');
     } catch (...) {
@@ -99,6 +189,7 @@ QString clsSqlText::GetInsertSql() const {
 
 QString clsSqlText::GetUpdateSql() const {
     try {
+        mRequireAllValues();
         return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + setClause_ +
                QStringLiteral(" where ") + where_;
     } catch (...) {
@@ -125,6 +216,7 @@ void clsSqlText::SetWhere(const QString& where) {
 
 QString clsSqlText::GetNoWhereUpdateSql() const {
     try {
+        mRequireAllValues();
         return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + setClause_;
     } catch (...) {
         ShowErrMsg(QStringLiteral("GetNoWhereUpdateSql"), 1);

@@ -8,6 +8,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace kelvary {
 
 class clsSqlText {
@@ -28,13 +30,20 @@ public:
     QString GetNoWhereUpdateSql() const;
 
 private:
-    QString mstrConvertValue(const Variant& value, int fieldType) const;
+    // The literal of the value by field type (a number by the ADO type of its
+    // column, when one is given); nothing when a number or a date does not
+    // convert.
+    std::optional<QString> mstrConvertValue(const Variant& value, int fieldType, int adoType) const;
+    // Raises the refusal of the first value that did not convert.
+    void mRequireAllValues() const;
 
     QString table_;
     QString where_;
     QString fields_;
     QString values_;
     QString setClause_;
+    // Why the statement cannot be built (the column and its value), or empty.
+    QString refused_;
 };
 
 }  // namespace kelvary

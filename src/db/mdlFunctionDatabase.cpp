@@ -101,6 +101,9 @@ Recordset gobjMakeRecordset(const QString& sql) {
 }
 
 bool gblnExecuteSql(const QString& sql) {
+    // An empty text is a statement clsSqlText refused to build; that refusal
+    // has been reported with the value that caused it.
+    if (sql.isEmpty()) return false;
     try {
         requireConnection().execute(translateJetSql(sql));
         return true;
@@ -146,7 +149,19 @@ bool gRefreshLinkTable(const QString& tableName, const QString& databasePath) {
             {Variant(tableName)});
         if (entry.eof()) throw VbError::standard(vberr::ItemNotFound);
         // A linked table has the name of its source table.
-        connection.linkTable(entry.value(0).text(), entry.value(0).text(), databasePath);
+        const QString name = entry.value(0).text();
+        try {
+            connection.linkTable(name, name, databasePath);
+        } catch (...) {
+            // The link must not stay on the file of an earlier run, whose
+            // rows would pass for this one's: it reads nothing until it is
+            // pointed at a file again.
+            connection.unlinkTable(name);
+            connection.execute(
+                QStringLiteral("UPDATE %1 SET DataSource = '' WHERE TableName = ?1 COLLATE NOCASE").arg(kRegistry),
+                {Variant(tableName)});
+            throw;
+        }
         connection.execute(
             QStringLiteral("UPDATE %1 SET DataSource = ?1 WHERE TableName = ?2 COLLATE NOCASE").arg(kRegistry),
             {Variant(databasePath), Variant(tableName)});

@@ -58,6 +58,15 @@ void requireSiblingDatabase(const QString& path) {
     }
 }
 
+// Points the table at the database; a table that cannot be linked there (the
+// failure is reported) reads the empty database beside the program instead.
+void linkOrEmpty(const QString& table, const QString& database) {
+    gRefreshLinkTable(table, database);
+    const QString empty = gstrProgramInfo(0) + QStringLiteral("Ledra_dummy.mdb");
+    if (gobjConnection && gobjConnection->linkedFile(table).isEmpty() && database != empty)
+        gRefreshLinkTable(table, empty);
+}
+
 }  // namespace
 
 void clsAnlBasicInfo::LoadData(const QString& file) {
@@ -101,7 +110,7 @@ void clsAnlBasicInfo::LoadData(const QString& file) {
     });
     underTrap("LoadData", 0, [&] { gMsgForm(2, QStringLiteral("新財務諸表データのリンク情報更新中")); });
     for (const char* table : kLinkedTables)
-        underTrap("LoadData", 0, [&] { gRefreshLinkTable(QString::fromLatin1(table), database); });
+        underTrap("LoadData", 0, [&] { linkOrEmpty(QString::fromLatin1(table), database); });
     underTrap("LoadData", 0, [] { QCoreApplication::processEvents(); });
     underTrap("LoadData", 0, [&] {
         if (!mstrLedraDataPath.isEmpty()) mMakeIndexNew();

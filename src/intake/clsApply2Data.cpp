@@ -4,9 +4,9 @@
 // section costs the application record but not the filer's details.
 //
 // The [DocData] column names and values come from a file and go into SQL
-// text, so each is checked before any statement is built: a column name must
-// be a plain identifier, a number a plain number and a date a date. Texts are
-// safe as they are, because clsSqlText doubles their quotes.
+// text. A column name must be a plain identifier; the values become literals
+// of their type in clsSqlText, which refuses a number or a date that does
+// not convert.
 #include "intake/clsApply2Data.h"
 
 #include "db/clsSqlText.h"
@@ -41,10 +41,6 @@ struct DocDataRecord {
     int fieldType;
 };
 
-QString docDataPlace(const QString& column) {
-    return QStringLiteral("申請書データ [DocData] の項目「") + column + QStringLiteral("」");
-}
-
 void requirePlainColumnName(const Variant& column) {
     static const QRegularExpression identifier(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
     const QString name = column.text();
@@ -55,27 +51,15 @@ void requirePlainColumnName(const Variant& column) {
                                      "数字で始まらないものに限ります。"));
 }
 
-bool isPlainNumberText(const QString& text) {
-    static const QRegularExpression number(
-        QStringLiteral("^[+-]?(?:\\d+\\.?\\d*|\\.\\d+)(?:[eE][+-]?\\d+)?$"));
-    return number.match(text).hasMatch();
-}
-
-// The literal clsSqlText makes of the value must be what its type says: a
-// number is written bare, a date between "#", so neither may carry anything else.
-void requireValueFitsType(const QString& column, const Variant& value, int fieldType) {
-    const QString text = value.text();
-    if (text.isEmpty()) return;  // written as null
-    if (fieldType == 0) {
-        if (value.isNumber() || value.type() == VarType::Boolean || isPlainNumberText(text)) return;
-        throw VbError(vberr::TypeMismatch, docDataPlace(column) + QStringLiteral("の値「") + text +
-                                               QStringLiteral("」は数値ではありません。"));
+// The insert text names the edition when a column does or a text value
+// carries the word; numbers and dates are literals that cannot.
+bool namesEnforceDate(const QList<DocDataRecord>& records) {
+    const QString word = QStringLiteral("EnforceDate");
+    for (const DocDataRecord& record : records) {
+        if (record.column.contains(word)) return true;
+        if (record.fieldType == 1 && record.value.text().contains(word)) return true;
     }
-    if (fieldType == 2) {
-        if (value.isDate() || value.isNumber()) return;
-        throw VbError(vberr::TypeMismatch, docDataPlace(column) + QStringLiteral("の値「") + text +
-                                               QStringLiteral("」は日付ではありません。"));
-    }
+    return false;
 }
 
 // A column tmpAPData does not have, or one named twice, would make the
@@ -160,9 +144,7 @@ void clsApply2Data::mLoadAPData() {
                 const QList<Variant> record = intake::readRecord(file, 3);
                 if (intake::isEndRecord(record)) break;
                 requirePlainColumnName(record[0]);
-                const int fieldType = menmConvertDataType(record[2]);
-                requireValueFitsType(record[0].text(), record[1], fieldType);
-                records.append({record[0].text(), record[1], fieldType});
+                records.append({record[0].text(), record[1], menmConvertDataType(record[2])});
             }
         }
 
@@ -170,7 +152,7 @@ void clsApply2Data::mLoadAPData() {
         QList<DocDataRecord> written = knownColumnsOnce(records);
         for (DocDataRecord& record : written) sql.SetData(record.column, record.value, record.fieldType);
         sql.SetTable(QStringLiteral("tmpAPData"));
-        if (!sql.GetInsertSql().contains(QLatin1String("EnforceDate")))
+        if (!namesEnforceDate(records))
             sql.SetData(QStringLiteral("EnforceDate"), Variant(kDefaultEnforceDate), enmDate);
 
         const std::int32_t apDataCode =

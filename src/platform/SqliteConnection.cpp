@@ -314,6 +314,15 @@ void SqliteConnection::linkTable(const QString& name, const QString& sourceTable
     if (!previousAlias.isEmpty() && previousAlias != alias) detachIfUnused(previousAlias);
 }
 
+void SqliteConnection::unlinkTable(const QString& name) {
+    execute(QStringLiteral("DROP VIEW IF EXISTS temp.%1").arg(quotedName(name)));
+    const auto link = links_.find(name.toLower());
+    if (link == links_.end()) return;
+    const QString alias = link->second.alias;
+    links_.erase(link);
+    detachIfUnused(alias);
+}
+
 QString SqliteConnection::linkedFile(const QString& name) const {
     const auto link = links_.find(name.toLower());
     if (link == links_.end()) return {};

@@ -44,6 +44,8 @@ public:
     void linkTable(const QString& name, const QString& sourceTable, const QString& file);
     // The absolute path the linked table reads from; empty when not linked.
     QString linkedFile(const QString& name) const;
+    // Takes the linked table away: a query of it fails until it is linked again.
+    void unlinkTable(const QString& name);
 
     // Raises a VbError unless the path names a file that begins with the
     // SQLite 3 header.

@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include <QStringDecoder>
 #include <QTime>
 
 #include <limits>
@@ -15,7 +16,10 @@ namespace {
 
 QString columnText(sqlite3_stmt* statement, int column) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-    return QString::fromUtf8(text, sqlite3_column_bytes(statement, column));
+    // A stored text that begins with U+FEFF keeps it: it is a character of
+    // the value here, not a byte order mark to skip.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(QByteArrayView(text, sqlite3_column_bytes(statement, column)));
 }
 
 // An integer as a Long when it fits, as VB widened to Double otherwise.

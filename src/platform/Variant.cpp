@@ -236,8 +236,25 @@ QString vbDoubleText(double value) {
     return text;
 }
 
+namespace {
+
+// The runtime of a Japanese system reads the full-width forms of digits,
+// signs, point, comma and letters (as typed with an input method) as their
+// ASCII forms, and the ideographic space as a blank.
+QString asciiForms(const QString& input) {
+    QString s = input;
+    for (QChar& c : s) {
+        const char16_t u = c.unicode();
+        if (u >= 0xFF01 && u <= 0xFF5E) c = QChar(static_cast<char16_t>(u - 0xFF01 + 0x21));
+        else if (u == 0x3000) c = QLatin1Char(' ');
+    }
+    return s;
+}
+
+}  // namespace
+
 bool vbParseNumber(const QString& input, double& out) {
-    QString s = input.trimmed();
+    QString s = asciiForms(input).trimmed();
     if (s.isEmpty()) return false;
     if (s.startsWith(QLatin1String("&H"), Qt::CaseInsensitive)) {
         bool ok = false;
@@ -253,7 +270,7 @@ bool vbParseNumber(const QString& input, double& out) {
     }
     s.remove(QLatin1Char(','));
     static const QRegularExpression number(
-        QStringLiteral("^[+-]?(\\d+\\.?\\d*|\\.\\d+)([eEdD][+-]?\\d+)?$"));
+        QStringLiteral("^[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eEdD][+-]?[0-9]+)?$"));
     if (!number.match(s).hasMatch()) return false;
     s.replace(QLatin1Char('d'), QLatin1Char('e')).replace(QLatin1Char('D'), QLatin1Char('e'));
     bool ok = false;

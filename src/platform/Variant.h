@@ -101,8 +101,9 @@ private:
 // the plain range), shared by CStr and the number formats.
 QString vbDoubleText(double value);
 
-// Parses a text as VB's numeric conversions do (blanks, sign, thousands
-// separators, decimal point, exponent, &H hexadecimal). False when it is not a number.
+// Parses a text as VB's numeric conversions do on a Japanese system (blanks,
+// sign, thousands separators, decimal point, exponent, &H hexadecimal, each
+// also in its full-width form). False when it is not a number.
 bool vbParseNumber(const QString& text, double& out);
 
 // Parses a text as VB's CDate does in a Japanese locale: y/m/d or y-m-d, with

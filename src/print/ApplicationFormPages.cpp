@@ -37,7 +37,8 @@ bool settingIsOne(const QString& text) {
 void mSetPrefChief(frmPrintManager& manager, const Variant& prefCode, const QString& name1, const QString& name2) {
     try {
         if (prefCode.isNull()) return;
-        const QString code = prefCode.text();
+        // A code written as text is still only a number in the statement.
+        const QString code = QString::number(prefCode.toLong());
         const QString prefName = gvarGetData(QStringLiteral("PrefName"), QStringLiteral("tblPref"),
                                              QStringLiteral("PrefID=") + code, Variant(QString()))
                                      .text();
@@ -87,7 +88,8 @@ void writeLicence(frmPrintManager& manager, const Recordset& record, const Licen
     mSetPrefChief(manager, prefCode, name(f.first) + QStringLiteral("b1"), name(f.first) + QStringLiteral("b2"));
     mSetLicenceClass(manager, record[QString::fromLatin1(f.classCode)], name(f.classField) + QStringLiteral("a"),
                      name(f.classField) + QStringLiteral("b"));
-    manager.OutPutData(name(f.first + 2), record[QString::fromLatin1(f.numberA)]);
+    // Two digits, as the payload carries it: a number typed full-width is a number.
+    manager.OutPutData(name(f.first + 2), record[QString::fromLatin1(f.numberA)], 0, 1, QStringLiteral("00"));
     manager.OutPutData(name(f.first + 3), record[QString::fromLatin1(f.numberB)]);
     manager.OutPutData(name(dateField), eraDate(record, f.date));
 }

@@ -28,7 +28,7 @@ QString mstrLicenceNumberText(const Variant& prefCode, const Variant& classCode,
         text = QStringLiteral("　　　　　　許可");
     } else {
         text = gvarGetData(QStringLiteral("PrefName"), QStringLiteral("tblPref"),
-                           QStringLiteral("PrefID=") + prefCode.text(), Variant(QString()))
+                           QStringLiteral("PrefID=") + QString::number(prefCode.toLong()), Variant(QString()))
                    .text();
         if (prefCode.toLong() != 0) text += QStringLiteral("知事");
         text += QStringLiteral("許可");
@@ -44,7 +44,8 @@ QString mstrLicenceNumberText(const Variant& prefCode, const Variant& classCode,
             default: break;
         }
     }
-    const QString a = numberA.isNull() ? QString() : numberA.text();
+    // Two digits, as the payload carries it: a number typed full-width is a number.
+    const QString a = numberA.isNull() || numberA.text().isEmpty() ? QString() : vbFormat(numberA, QStringLiteral("00"));
     text += (a.isEmpty() ? QStringLiteral("  ") : a) + QStringLiteral(")");
     return text + licenceNumberDigits(numberB);
 }

@@ -8,12 +8,12 @@
 #include "platform/VbFormat.h"
 #include "print/frmPrintPreview.h"
 #include "startup/CommandLine.h"
-#include "startup/RunOutcome.h"
 #include "startup/UserInterface.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QPrinter>
 
@@ -33,6 +33,29 @@ void reportFailure(const QString& place, int mode) {
     } catch (const LayoutNotOpen&) {
     } catch (...) {
         ShowErrMsg(place, mode);
+    }
+}
+
+// Said with every report that leaves no new PDF behind: a file still at the
+// path is not this run's, and the user must not send it as if it were.
+QString earlierFileNote(const QString& path) {
+    if (path.trimmed().isEmpty() || !QFileInfo(path).isFile()) return QString();
+    return QStringLiteral("\r\n「") + path +
+           QStringLiteral("」にあるファイルは以前に作成されたもので、今回の出力ではありません。");
+}
+
+// The failure of the PDF itself, reported with the note about an earlier file.
+void reportPdfFailure(const QString& place, const QString& path) {
+    try {
+        throw;
+    } catch (const VbError& e) {
+        try {
+            throw VbError(e.number(), e.description() + earlierFileNote(path));
+        } catch (...) {
+            ShowErrMsg(place, 1);
+        }
+    } catch (...) {
+        ShowErrMsg(place, 1);
     }
 }
 
@@ -64,17 +87,22 @@ void frmPrintManager::Init(const QString& outputMode) {
     try {
         gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
         mstrOutputMode = outputMode;
-        mlngErrorsAtInit = errorsBeforeRun().value_or(errorsReported());
+        mblnOutputFailed = false;
         mPages.clear();
         mPdf.reset();
-        if (mPdfMode()) {
-            if (mstrCommand[1].trimmed().isEmpty())
-                throw VbError(vberr::FileNotFound, QStringLiteral("出力するPDFファイルが指定されていません。"));
-            mPdf = std::make_unique<PdfFileWriter>(mstrCommand[1], app::title(),
-                                                   QStringLiteral("kelvary ") + gstrAppVersion());
-        }
     } catch (...) {
         reportFailure(QStringLiteral("Init"), 1);
+        return;
+    }
+    if (!mPdfMode()) return;
+    try {
+        if (mstrCommand[1].trimmed().isEmpty())
+            throw VbError(vberr::FileNotFound, QStringLiteral("出力するPDFファイルが指定されていません。"));
+        mPdf = std::make_unique<PdfFileWriter>(mstrCommand[1], app::title(),
+                                               QStringLiteral("kelvary ") + gstrAppVersion());
+    } catch (...) {
+        mblnOutputFailed = true;
+        reportPdfFailure(QStringLiteral("Init"), mstrCommand[1]);
     }
 }
 
@@ -192,10 +220,18 @@ void frmPrintManager::EndPage(bool problemMark) {
             throw LayoutNotOpen{};
         for (int p = 1; p <= mDocument->pageCount(); ++p) {
             if (!mDocument->page(p).visible) continue;
-            if (mPdfMode()) {
-                if (mPdf) mPdf->addPage(recordLayoutPage(*mDocument, p));
-            } else {
+            if (!mPdfMode()) {
                 mPages.push_back(recordLayoutPage(*mDocument, p));
+            } else if (mPdf && !mblnOutputFailed) {
+                // After the first page that failed, the file is given up: the
+                // pages after it are not tried, so the fault is told once.
+                try {
+                    mPdf->addPage(recordLayoutPage(*mDocument, p));
+                } catch (...) {
+                    // A page missing from the file: the file is not written.
+                    mblnOutputFailed = true;
+                    throw;
+                }
             }
         }
         mDocument->clearData();
@@ -266,16 +302,23 @@ void frmPrintManager::gPdfClose() {
     try {
         if (!mPdf) return;
         std::unique_ptr<PdfFileWriter> pdf = std::move(mPdf);
-        // A run that reported errors would replace the user's earlier file
-        // with a document that may lack pages: the earlier file stays.
-        if (errorsReported() != mlngErrorsAtInit) {
+        // Errors the run went on past leave their pages as the run made
+        // them, and the file is written; only a page that could not go into
+        // the file withholds it, so that no file lacks a page it was given.
+        if (mblnOutputFailed) {
             gMsgbox(0, QStringLiteral("エラーが発生したため、PDFファイル「") + mstrCommand[1] +
-                           QStringLiteral("」は作成しませんでした。"));
+                           QStringLiteral("」は作成しませんでした。") + earlierFileNote(mstrCommand[1]));
+            return;
+        }
+        if (pdf->pageCount() == 0) {
+            gMsgbox(0, QStringLiteral("出力するページがないため、PDFファイル「") + mstrCommand[1] +
+                           QStringLiteral("」は作成しませんでした。") + earlierFileNote(mstrCommand[1]));
             return;
         }
         pdf->commit();
     } catch (...) {
-        reportFailure(QStringLiteral("gPdfClose"), 1);
+        mblnOutputFailed = true;
+        reportPdfFailure(QStringLiteral("gPdfClose"), mstrCommand[1]);
     }
 }
 

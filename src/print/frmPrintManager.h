@@ -77,9 +77,9 @@ private:
     QString mstrCommand[4];
     // The output mode decided at Init; the earlier driver always prints.
     QString mstrOutputMode;
-    // Errors reported before the run (outside a whole run, before Init): a
-    // PDF is written only if no more follow.
-    long mlngErrorsAtInit = 0;
+    // The PDF itself failed (not made, a page not added, not saved): the
+    // file is not written.
+    bool mblnOutputFailed = false;
     bool mblnCancel = false;
     QString mstrCaption;
     QString mstrVerifyID;

@@ -7,7 +7,6 @@ struct Outcome {
     long errors = 0;
     bool errorReported = false;
     bool outputProduced = false;
-    std::optional<long> errorsBeforeRun;
 };
 Outcome& outcome() {
     static Outcome o;
@@ -22,8 +21,6 @@ void noteErrorReported() {
 long errorsReported() { return outcome().errors; }
 void noteOutputProduced() { outcome().outputProduced = true; }
 void resetRunOutcome() { outcome() = Outcome{}; }
-void noteRunStarted() { outcome().errorsBeforeRun = outcome().errors; }
-std::optional<long> errorsBeforeRun() { return outcome().errorsBeforeRun; }
 
 int runExitStatus() {
     if (outcome().errorReported) return ExitError;

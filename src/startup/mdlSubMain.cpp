@@ -8,9 +8,9 @@
 #include "intake/clsApply2Data.h"
 #include "platform/AppObject.h"
 #include "platform/InstanceLock.h"
+#include "platform/VbError.h"
 #include "print/clsPrintMain.h"
 #include "print/clsPrintMain_200804.h"
-#include "startup/RunOutcome.h"
 #include "startup/SettingsFileCheck.h"
 #include "startup/UserInterface.h"
 #include "startup/frmMDIForm.h"
@@ -40,6 +40,27 @@ const char* const kWorkingTables[] = {
     "TmpOldFSItemData", "TmpOldFSNoteData",
 };
 
+// Raises a VbError naming the first working table that still holds rows
+// after the emptying: they are an earlier run's, perhaps another applicant's.
+// A table that cannot be read holds nothing this run could print.
+void requireEmptyWorkingTables() {
+    for (const char* table : kWorkingTables) {
+        long rows = 0;
+        try {
+            rows = gobjConnection->query(QStringLiteral("SELECT count(*) FROM ") + QString::fromLatin1(table))
+                       .value(0)
+                       .toLong();
+        } catch (const VbError&) {
+            continue;
+        }
+        if (rows > 0)
+            throw VbError(vberr::PermissionDenied,
+                          QStringLiteral("作業用のテーブル「") + QString::fromLatin1(table) +
+                              QStringLiteral("」を空にできませんでした。前回の処理のデータが残っているため、"
+                                             "処理を中止します。"));
+    }
+}
+
 // The 2008-04-01 edition goes to the current driver; every other date,
 // the 2004-03-01 default of a file without an edition included, to the earlier one.
 bool isCurrentEdition(const Variant& enforceDate) {
@@ -49,7 +70,6 @@ bool isCurrentEdition(const Variant& enforceDate) {
 }  // namespace
 
 void Main() {
-    noteRunStarted();
     std::unique_ptr<InstanceLock> instance;
     std::unique_ptr<frmMDIForm> mainWindow;
     bool secondInstance = false;
@@ -96,6 +116,13 @@ void Main() {
     for (const char* table : kWorkingTables) {
         if (gblnQuitRequested()) break;
         step([&] { gInitTable(QString::fromLatin1(table)); });
+    }
+    try {
+        requireEmptyWorkingTables();
+    } catch (...) {
+        ShowErrMsg(QStringLiteral("Main"), 1);
+        step([&] { gQuitApplication(true); });
+        return;
     }
 
     std::int32_t mainDataCode = 0;

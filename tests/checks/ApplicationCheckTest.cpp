@@ -82,6 +82,23 @@ TEST(ApplicationCheckTest, CorporateFormsNeedTheFullWidthAbbreviation) {
     EXPECT_EQ(check(), QString());
 }
 
+TEST(ApplicationCheckTest, AnIndividualsNameIsJudgedWithoutTheFullWidthSpaceAfterIt) {
+    CheckHome home;
+    const QString blanks = QStringLiteral("■申請書の「商号又は名称」に不要な空白が含まれています\r\n\r\n");
+    home.set(QStringLiteral("Distinction=2, TRName='山田　太郎　'"));
+    EXPECT_EQ(check(), QString());
+    home.set(QStringLiteral("Distinction=2, TRName='山田太郎　　'"));
+    EXPECT_EQ(check(), QString());
+    // A second space inside the name, or a blank before it, is still one too many.
+    home.set(QStringLiteral("Distinction=2, TRName='山田　太郎　次郎　'"));
+    EXPECT_EQ(check(), blanks);
+    home.set(QStringLiteral("Distinction=2, TRName='　山田　太郎'"));
+    EXPECT_EQ(check(), blanks);
+    // A corporation's name holds no space at all.
+    home.set(QStringLiteral("Distinction=1, TRName='（株）北斗建設　'"));
+    EXPECT_EQ(check(), blanks);
+}
+
 // Every text rule at once, to pin the order of the whole list.
 TEST(ApplicationCheckTest, AllBlankTextsInRuleOrder) {
     CheckHome home;
@@ -91,8 +108,8 @@ TEST(ApplicationCheckTest, AllBlankTextsInRuleOrder) {
         "OfficeAddr='', OfficeCityCode=' ', OfficeZipCode='', OfficeTel=''"));
     const test::CheckResult result = runApplicationCheck(ApplicationEdition::Form200804);
     EXPECT_TRUE(result.errorFlag);
-    // The full-width space of PSNameKana is a character, not a blank; the
-    // blank TRName is longer than its trimmed form.
+    // The full-width space an input method types is a blank like the
+    // half-width one; the blank TRName is longer than its trimmed form.
     EXPECT_EQ(result.message,
               QStringLiteral("■申請書の「申請者欄の住所」が未入力（又は未設定）です\r\n\r\n"
                              "■申請書の「申請者欄の住所」が不正です\r\n\r\n"
@@ -106,6 +123,7 @@ TEST(ApplicationCheckTest, AllBlankTextsInRuleOrder) {
                              "■申請書の「商号又は名称のフリガナ」が未入力（又は未設定）です\r\n\r\n"
                              "■申請書の「商号又は名称」が未入力（又は未設定）です\r\n\r\n"
                              "■申請書の「商号又は名称」に不要な空白が含まれています\r\n\r\n"
+                             "■申請書の「代表者又は個人の氏名のフリガナ」が未入力（又は未設定）です\r\n\r\n"
                              "■申請書の「代表者又は個人の氏名」が未入力（又は未設定）です\r\n\r\n"
                              "■申請書の「主たる営業所の所在地」が未入力（又は未設定）です\r\n\r\n"
                              "■申請書の「主たる営業所の所在地の市区町村コード」が未入力（又は未設定）です\r\n\r\n"

@@ -50,7 +50,8 @@ INSTANTIATE_TEST_SUITE_P(Targets, CorpusReplay,
                          ::testing::Values(Target{"sequential_input", fuzzSequentialInput},
                                            Target{"profile", fuzzProfile}, Target{"rule_file", fuzzRuleFile},
                                            Target{"layout", fuzzLayout}, Target{"jet_sql", fuzzJetSql},
-                                           Target{"sibling_database", fuzzSiblingDatabase}),
+                                           Target{"sibling_database", fuzzSiblingDatabase},
+                                           Target{"sql_text", fuzzSqlText}),
                          [](const ::testing::TestParamInfo<Target>& info) { return std::string(info.param.corpus); });
 
 }  // namespace

@@ -13,16 +13,22 @@
 #include "platform/LayoutDocument.h"
 #include "platform/ProfileFile.h"
 #include "platform/SequentialInput.h"
+#include "platform/SqliteConnection.h"
 #include "platform/VbError.h"
+#include "startup/RunOutcome.h"
+#include "startup/UserInterface.h"
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -204,6 +210,186 @@ qsizetype commentOpening(const QString& sql) {
         if (i + 1 < sql.size() && ((c == u'-' && sql[i + 1] == u'-') || (c == u'/' && sql[i + 1] == u'*'))) return i;
     }
     return -1;
+}
+
+// ---- statement builder -----------------------------------------------------
+
+// The columns a fuzz input writes, one of each type the working tables use.
+struct BuilderColumn {
+    const char* name;
+    int adoType;
+};
+constexpr BuilderColumn kBuilderColumns[] = {
+    {"N1", ado::adInteger},  {"N2", ado::adDouble},     {"N3", ado::adCurrency},      {"N4", ado::adBoolean},
+    {"D1", ado::adDate},     {"T1", ado::adVarWChar},   {"T2", ado::adLongVarWChar},
+};
+constexpr int kBuilderColumnCount = static_cast<int>(std::size(kBuilderColumns));
+
+// Nobody answers a fuzz run: every message is closed unread, as a user who
+// clicks every box away would.
+class SilentUserInterface : public UserInterface {
+public:
+    MsgAnswer showMessage(const MessageRequest&) override { return MsgAnswer::No; }
+    void showReport(const QString&, const QString&) override {}
+    bool isBatch() const override { return true; }
+};
+
+// A database file of the program's kind with the table the builder writes
+// and a second table no statement of the builder may touch.
+SqliteConnection& builderDatabase() {
+    static const std::unique_ptr<SqliteConnection> connection = [] {
+        const QString path = scratchFolder().filePath(QStringLiteral("Builder.mdb"));
+        QFile::remove(path);
+        sqlite3* raw = nullptr;
+        if (sqlite3_open(QFile::encodeName(path).constData(), &raw) != SQLITE_OK)
+            throw std::runtime_error("cannot make the builder's database");
+        const std::unique_ptr<sqlite3, SqliteClose> db(raw);
+        const char* schema =
+            "create table tmpFuzz(N1 INTEGER, N2 DOUBLE, N3 CURRENCY, N4 BOOLEAN, D1 DATETIME, T1 TEXT, "
+            "T2 LONGTEXT);"
+            "create table tblKeep(Word TEXT); insert into tblKeep values('kept');";
+        if (sqlite3_exec(db.get(), schema, nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw std::runtime_error("cannot create the builder's tables");
+        // Reports go to the silent boxes rather than, one screen each, to
+        // standard error, which would bury libFuzzer's own output.
+        QFile ini(scratchFolder().filePath(QStringLiteral("UserData.ini")));
+        if (!ini.open(QIODevice::WriteOnly | QIODevice::Truncate) || ini.write("[System]\r\nShowErrMsg=-1\r\n") < 0)
+            throw std::runtime_error("cannot write the settings of the builder's fuzz runs");
+        ini.close();
+        setUserInterface(std::make_unique<SilentUserInterface>());
+        return std::make_unique<SqliteConnection>(path);
+    }();
+    return *connection;
+}
+
+bool isBlankText(const QString& text) {
+    for (const QChar c : text)
+        if (c != QLatin1Char(' ') && c != QChar(u'\u3000')) return false;
+    return true;
+}
+
+// Whether the value of a number or date column was a value the runtime
+// converts: the statement is refused exactly when one was not.
+bool converts(const Variant& value, int adoType) {
+    if (adoType == ado::adVarWChar || adoType == ado::adLongVarWChar) return true;
+    if (value.isNull() || isBlankText(value.text())) return true;
+    const QString word = value.text().trimmed();
+    if (adoType == ado::adDate) {
+        VbDate date;
+        double serial = 0;
+        if (vbParseDate(value.text(), date)) return date.date.year() >= 100;
+        // The serials of 100-01-01 and 9999-12-31.
+        return vbParseNumber(value.text(), serial) && serial >= -657434.0 && serial < 2958466.0;
+    }
+    if (word.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0 ||
+        word.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0)
+        return true;
+    double number = 0;
+    if (!vbParseNumber(value.text(), number) || !std::isfinite(number)) return false;
+    // What a Long and a Currency (four decimals in 64 bits) hold.
+    if (adoType == ado::adInteger) return std::fabs(std::nearbyint(number)) <= 2147483647.0 ||
+                                          std::nearbyint(number) == -2147483648.0;
+    if (adoType == ado::adCurrency) return std::fabs(std::nearbyint(number * 10000.0)) <= 9.2e18;
+    return true;
+}
+
+void mCheckWrittenRow(SqliteConnection& db, const QList<std::pair<int, Variant>>& written, const QString& statement);
+
+}  // namespace
+
+int fuzzSqlText(const std::uint8_t* data, std::size_t size) {
+    QFile::remove(scratchFolder().filePath(QStringLiteral("Temp/kelvary.log")));
+    SqliteConnection& db = builderDatabase();
+    db.execute(QStringLiteral("delete from tmpFuzz"));
+
+    // One value a line: the first byte picks the column ("0" to "6" name
+    // them in order), the rest is the value's text. A column takes the first value given for it.
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    QList<std::pair<int, Variant>> written;
+    clsSqlText sql;
+    for (const QByteArray& line : bytes.split('\n')) {
+        if (line.isEmpty()) continue;
+        const int column = ((static_cast<unsigned char>(line[0]) - '0') % kBuilderColumnCount + kBuilderColumnCount) %
+                           kBuilderColumnCount;
+        if (std::any_of(written.begin(), written.end(), [&](const auto& w) { return w.first == column; })) continue;
+        const QString text = QString::fromUtf8(line.mid(1));
+        const Variant value = text == QLatin1String("#NULL#") ? Variant::null() : Variant(text);
+        int fieldType = 3;
+        int adoType = kBuilderColumns[column].adoType;
+        sql.SetData(QLatin1String(kBuilderColumns[column].name), value, fieldType, adoType);
+        written.append({column, value});
+    }
+    if (written.isEmpty()) return 0;
+    sql.SetTable(QStringLiteral("tmpFuzz"));
+
+    const long errorsBefore = errorsReported();
+    const QString statement = sql.GetInsertSql();
+    const bool allConvert = std::all_of(written.begin(), written.end(), [](const auto& w) {
+        return converts(w.second, kBuilderColumns[w.first].adoType);
+    });
+    if (statement.isEmpty()) {
+        if (allConvert) finding(QStringLiteral("a statement of convertible values was refused"));
+        if (errorsReported() != errorsBefore + 1) finding(QStringLiteral("a refusal not reported exactly once"));
+        return 0;
+    }
+    if (!allConvert) finding(QStringLiteral("a value that does not convert was written: ") + statement);
+    if (const qsizetype at = commentOpening(statement); at >= 0)
+        finding(QStringLiteral("the statement opens a comment at %1: %2").arg(at).arg(statement));
+    try {
+        if (db.execute(translateJetSql(statement)) != 1) finding(QStringLiteral("not one row written: ") + statement);
+    } catch (const VbError& e) {
+        finding(QStringLiteral("the built statement failed (%1): %2").arg(e.description(), statement));
+    }
+
+    try {
+        mCheckWrittenRow(db, written, statement);
+    } catch (const VbError& e) {
+        finding(QStringLiteral("the row cannot be read back (%1): %2").arg(e.description(), statement));
+    }
+    return 0;
+}
+
+namespace {
+
+// Nothing but the one row: the other table is as it was, and every value
+// reads back as the literal of its column's type.
+void mCheckWrittenRow(SqliteConnection& db, const QList<std::pair<int, Variant>>& written, const QString& statement) {
+    const Recordset kept = db.query(QStringLiteral("select count(*), max(Word) from tblKeep"));
+    if (kept.value(0).toLong() != 1 || kept.value(1).text() != QLatin1String("kept"))
+        finding(QStringLiteral("the statement reached another table: ") + statement);
+    static const QRegularExpression storedDate(QStringLiteral("^\\d{4}-\\d{2}-\\d{2}$"));
+    for (const auto& [column, value] : written) {
+        const QString name = QLatin1String(kBuilderColumns[column].name);
+        const int adoType = kBuilderColumns[column].adoType;
+        const Recordset rows = db.query(QStringLiteral("select typeof(%1), %1, cast(%1 as text) from tmpFuzz").arg(name));
+        if (rows.recordCount() != 1) finding(QStringLiteral("%1 rows after one insert").arg(rows.recordCount()));
+        const QString storage = rows.value(0).text();
+        const Variant& stored = rows.value(1);
+        if (adoType == ado::adVarWChar || adoType == ado::adLongVarWChar) {
+            // A NUL cannot stand in statement text; the rest is kept as written.
+            if (storage != QLatin1String("text") || stored.text() != QString(value.text()).remove(QChar(u'\0')))
+                finding(QStringLiteral("%1 holds \"%2\" (%3) for \"%4\"").arg(name, stored.text(), storage, value.text()));
+        } else if (value.isNull() || isBlankText(value.text())) {
+            if (storage != QLatin1String("null")) finding(QStringLiteral("%1 holds %2 for a blank").arg(name, storage));
+        } else if (adoType == ado::adDate) {
+            const QString storedText = rows.value(2).text();
+            if (storage != QLatin1String("text") || !storedDate.match(storedText).hasMatch())
+                finding(QStringLiteral("%1 holds \"%2\" for the date \"%3\"").arg(name, storedText, value.text()));
+        } else {
+            if (storage != QLatin1String("integer") && storage != QLatin1String("real"))
+                finding(QStringLiteral("%1 holds a %2 for the number \"%3\"").arg(name, storage, value.text()));
+            double number = 0;
+            if (adoType != ado::adBoolean && vbParseNumber(value.text(), number)) {
+                const double got = stored.toDouble();
+                // A Long is rounded half to even, a Currency to four
+                // decimals; CStr keeps fifteen significant digits.
+                const double wanted = adoType == ado::adInteger ? std::nearbyint(number) : number;
+                const double slack = std::fabs(wanted) * 1e-14 + (adoType == ado::adCurrency ? 5e-5 : 0);
+                if (std::fabs(got - wanted) > slack)
+                    finding(QStringLiteral("%1 holds %2 for the number \"%3\"").arg(name).arg(got).arg(value.text()));
+            }
+        }
+    }
 }
 
 }  // namespace

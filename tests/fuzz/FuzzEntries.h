@@ -25,5 +25,6 @@ int fuzzRuleFile(const std::uint8_t* data, std::size_t size);
 int fuzzLayout(const std::uint8_t* data, std::size_t size);
 int fuzzJetSql(const std::uint8_t* data, std::size_t size);
 int fuzzSiblingDatabase(const std::uint8_t* data, std::size_t size);
+int fuzzSqlText(const std::uint8_t* data, std::size_t size);
 
 }  // namespace kelvary::fuzz

@@ -107,13 +107,42 @@ INSTANTIATE_TEST_SUITE_P(
                       BadColumnName{"4e 61 6d 65 20 4b 61 6e 61", u"Name Kana"},
                       BadColumnName{"", u""}));
 
-TEST_F(Apply2DataTest, ValuesThatDoNotFitTheirTypeAreRefused) {
-    load(kBasicInfo + docData("\"PrefCode1\",\"13); DELETE FROM tblWork; --\",1\r\n"));
-    load(kBasicInfo + docData("\"ApplyDate\",\"2008/04/01# or 1=1 --\",3\r\n"));
-    EXPECT_EQ(home.errorPlaces(), (QStringList{QStringLiteral("mLoadAPData"), QStringLiteral("mLoadAPData")}));
-    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("は数値ではありません")));
-    EXPECT_TRUE(home.messageTexts().contains(QStringLiteral("は日付ではありません")));
-    EXPECT_EQ(apData("*"), QStringList());
+TEST_F(Apply2DataTest, NumbersAsAJapaneseInputMethodTypesThem) {
+    // １２ (82 50 82 51) is 12; a field of one full-width space (81 40) holds nothing.
+    load(kBasicInfo + docData("\"PrefCode1\",\"" + hexBytes("82 50 82 51") + "\",1\r\n"
+                              "\"ClasCtgr1\",\"" + hexBytes("81 40") + "\",1\r\n"
+                              "\"LcnsDate1\",\"" + hexBytes("81 40 81 40") + "\",3\r\n"
+                              "\"FType\",\" -1,000 \",1\r\n"));
+    EXPECT_EQ(home.errorPlaces(), QStringList());
+    EXPECT_EQ(apData("typeof(PrefCode1), PrefCode1, ClasCtgr1, LcnsDate1, FType"),
+              QStringList{QStringLiteral("integer|12|NULL|NULL|-1000")});
+}
+
+TEST_F(Apply2DataTest, ValuesThatAreNotNumbersOrDatesAreRefusedWithTableColumnAndValue) {
+    struct Case {
+        QByteArray record;
+        QString message;
+    };
+    const Case cases[] = {
+        {"\"PrefCode1\",\"13); DELETE FROM tblWork; --\",1",
+         QStringLiteral("テーブル「tmpAPData」の項目「PrefCode1」の値「13); DELETE FROM tblWork; --」は数値として読めません。")},
+        {"\"PrefCode1\",\"1+1\",1", QStringLiteral("の項目「PrefCode1」の値「1+1」は数値として読めません。")},
+        {"\"ClasCtgr1\",\"(select max(APDataCode) from tmpAPData)\",1",
+         QStringLiteral("の項目「ClasCtgr1」の値「(select max(APDataCode) from tmpAPData)」は数値として読めません。")},
+        {"\"FType\",\"1e999\",1", QStringLiteral("の項目「FType」の値「1e999」は数値として読めません。")},
+        {"\"ApplyDate\",\"2008/04/01# or 1=1 --\",3",
+         QStringLiteral("テーブル「tmpAPData」の項目「ApplyDate」の値「2008/04/01# or 1=1 --」は日付として読めません。")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.record.toStdString());
+        home.ui().messages.clear();
+        load(kBasicInfo + docData("\"TRName\",\"A\",2\r\n" + c.record + "\r\n"));
+        // Reported once, where the statement would have been built; nothing ran.
+        EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("GetInsertSql")});
+        EXPECT_TRUE(home.messageTexts().contains(c.message)) << home.messageTexts().toStdString();
+        EXPECT_EQ(apData("*"), QStringList());
+        EXPECT_EQ(home.rows(QStringLiteral("SELECT COUNT(*) FROM tblWork")), QStringList{QStringLiteral("1")});
+    }
 }
 
 }  // namespace

@@ -123,8 +123,17 @@ protected:
     std::map<QString, QByteArray> kept;
 };
 
-const QStringList kUserFiles{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb"),
-                             QStringLiteral("out.pdf"), QStringLiteral("Ledra_dummy.mdb")};
+const QStringList kUserFilesButThePdf{QStringLiteral("UserData.ini"), QStringLiteral("sample/Ledra.mdb"),
+                                      QStringLiteral("Ledra_dummy.mdb")};
+const QStringList kUserFiles = kUserFilesButThePdf + QStringList{QStringLiteral("out.pdf")};
+
+// The number of pages poppler reads in a PDF; 0 when it reads none.
+int pdfPageCount(const QString& path) {
+    const ProcessResult info = runProgram(QStringLiteral("pdfinfo"), {path});
+    for (const QString& line : info.standardOutput.split(QLatin1Char('\n')))
+        if (line.startsWith(QStringLiteral("Pages:"))) return line.mid(6).trimmed().toInt();
+    return 0;
+}
 
 }  // namespace
 
@@ -140,6 +149,8 @@ TEST_F(Fault, PdfFolderThatCannotBeWrittenOrACancelledRunKeepsTheEarlierPdf) {
     EXPECT_EQ(failed.exitCode, kError);
     expectReported(failed, QStringLiteral("PDFファイル「") + locked +
                                QStringLiteral("/out.pdf」を作成できません。保存先のフォルダーに書き込む権限がありません。"));
+    expectReported(failed, QStringLiteral("「") + locked +
+                               QStringLiteral("/out.pdf」にあるファイルは以前に作成されたもので、今回の出力ではありません。"));
     EXPECT_EQ(QDir(locked).entryList(QDir::Files), QStringList{QStringLiteral("out.pdf")});  // no temporary left
 
     // Nothing chosen in the menu, and No to the question about an application
@@ -330,7 +341,7 @@ TEST_F(Fault, JetSiblingDatabaseWithoutTablesFaresAsAnSqliteOne) {
     }
 }
 
-TEST_F(Fault, BrokenLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
+TEST_F(Fault, BrokenLayoutIsReportedOnceAPeriodAndTheOtherPagesAreDelivered) {
     const QString layout = file("PrintFile/FSQRCode.w30");
     const QByteArray whole = readFile(layout);
     ASSERT_FALSE(whole.isEmpty());
@@ -343,15 +354,17 @@ TEST_F(Fault, BrokenLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
         SCOPED_TRACE(bytes.left(60).toStdString());
         writeFile(layout, bytes);
         kept.clear();
-        keep(kUserFiles);
+        keep(kUserFilesButThePdf);
+        writeFile(pdf(), "the user's earlier PDF");
         QFile::remove(file("Temp/kelvary.log"));
         const ProcessResult r = runKelvary(arguments(pdf()));
         EXPECT_EQ(r.exitCode, kError);
         expectReported(r, QStringLiteral("帳票ファイル「FSQRCode.w30」を読み込めません。"));
         // The sample's three periods each open the layout once.
         EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 3) << r.standardError.toStdString();
-        EXPECT_TRUE(r.standardError.contains(QStringLiteral("エラーが発生したため、PDFファイル「") + pdf() +
-                                             QStringLiteral("」は作成しませんでした。")));
+        EXPECT_FALSE(r.standardError.contains(QStringLiteral("は作成しませんでした。")));
+        // Supplement, application form and the newest period's side sheet.
+        EXPECT_EQ(pdfPageCount(pdf()), 3);
         expectKept();
     }
 }
@@ -460,6 +473,8 @@ TEST_F(Fault, PdfOnADiskThatFillsUpIsReportedAndTheEarlierPdfStays) {
     EXPECT_EQ(run.process.exitCode, kError);
     expectReported(run.process, QStringLiteral("PDFファイル「") + folder +
                                     QStringLiteral("/out.pdf」を保存できません。ディスクの空き容量を確認してください。"));
+    expectReported(run.process, QStringLiteral("「") + folder +
+                                    QStringLiteral("/out.pdf」にあるファイルは以前に作成されたもので、今回の出力ではありません。"));
     EXPECT_EQ(run.filesLeft, QStringList{QStringLiteral("out.pdf")});  // no half-written temporary
     EXPECT_EQ(run.fileLeft, QByteArray("the user's earlier PDF"));
     expectKept();
@@ -468,7 +483,8 @@ TEST_F(Fault, PdfOnADiskThatFillsUpIsReportedAndTheEarlierPdfStays) {
 TEST_F(Fault, TempOnADiskThatFillsUpLeavesNoHalfWrittenSymbol) {
     const QString why = fullDiskRunUnavailable();
     if (!why.isEmpty()) GTEST_SKIP() << why.toStdString();
-    keep(kUserFiles);
+    // The run goes on past the symbols it could not save, so its PDF replaces the earlier one.
+    keep(kUserFilesButThePdf);
     // Room for two or three of the sample's symbol images.
     const FullDiskRun run = runKelvaryOnFullDisk(file("Temp"), 24 * 1024, QStringLiteral("kelvary.log"), QByteArray(),
                                                  arguments(pdf()));

@@ -206,19 +206,207 @@ TEST_F(SampleRun, APdfFolderThatDoesNotExistIsReported) {
     EXPECT_FALSE(QFile::exists(home.file("no-such-folder/out.pdf")));
 }
 
-TEST_F(SampleRun, AMissingLayoutIsReportedOnceAPeriodAndTheEarlierPdfStays) {
-    QFile earlier(home.file("out.pdf"));
-    ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
-    earlier.write("the user's earlier PDF");
-    earlier.close();
+namespace {
+// The pages of a PDF, each by the first of the given headings it shows.
+QStringList pageHeadings(const QString& pdf) {
+    static const char* const headings[] = {"経営状況分析申請に関する補足書類", "経営状況分析申請書",
+                                           "株主資本等変動計算書", "財務諸表ＱＲコード"};
+    QStringList pages;
+    for (const QString& page : pdfText(pdf).split(QLatin1Char('\f'), Qt::SkipEmptyParts)) {
+        QString found = QStringLiteral("?");
+        for (const char* heading : headings) {
+            if (page.contains(QString::fromUtf8(heading))) {
+                found = QString::fromUtf8(heading);
+                break;
+            }
+        }
+        pages << found;
+    }
+    return pages;
+}
+
+const QString kSupplement = QStringLiteral("経営状況分析申請に関する補足書類");
+const QString kApplication = QStringLiteral("経営状況分析申請書");
+const QString kEquity = QStringLiteral("株主資本等変動計算書");
+const QString kStatementQr = QStringLiteral("財務諸表ＱＲコード");
+}  // namespace
+
+TEST_F(SampleRun, AMissingLayoutIsReportedOnceAPeriodAndTheOtherPagesAreDelivered) {
+    writeFile(home.file("out.pdf"), "the user's earlier PDF");
     ASSERT_TRUE(QFile::remove(home.file("PrintFile/FSQRCode.w30")));
 
     const ProcessResult r = run({"--mode", "3", "--periods", "all", "--pdf", home.file("out.pdf"), sampleApp()});
     EXPECT_EQ(r.exitCode, 3);
     EXPECT_EQ(r.standardError.count(QStringLiteral("帳票ファイル「FSQRCode.w30」が見つかりません。")), 3);
     EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 3) << r.standardError.toStdString();
-    EXPECT_TRUE(r.standardError.contains(QStringLiteral("は作成しませんでした。")));
-    EXPECT_EQ(fileBytes(home.file("out.pdf")), QByteArray("the user's earlier PDF"));
+    EXPECT_FALSE(r.standardError.contains(QStringLiteral("は作成しませんでした。")));
+    // The newest period's side sheet still follows the application's two pages.
+    EXPECT_EQ(pageHeadings(home.file("out.pdf")), (QStringList{kSupplement, kApplication, kEquity}));
+}
+
+// Errors reported in mode 0, or in mode 2 and answered Yes, let the run go
+// on; the PDF is then written with what the run made, and the exit status
+// still says that an error was reported.
+TEST_F(SampleRun, ARunThatGoesOnPastAnErrorDeliversItsPdf) {
+    const QByteArray sample = readFile(sampleApp());
+    const QStringList allSix{kSupplement, kApplication, kStatementQr, kEquity, kStatementQr, kStatementQr};
+    struct Case {
+        const char* name;
+        QByteArray from, to;  // the change to the application file
+        const char* siblingSql;  // a change to the sibling database, or nullptr
+        const char* mode;
+        QStringList pages;
+        QString report;
+    };
+    const Case cases[] = {
+        // The application form alone (mode 2) of an applicant whose sibling folder is not there.
+        {"a sibling folder that does not exist", "\"LedraDataPath\",\".\\\"", "\"LedraDataPath\",\"no-such\\\"", nullptr,
+         "2", {kApplication}, QStringLiteral("財務諸表データのない申請として続けます。")},
+        {"an empty PrefID", "\"PrefID\",1", "\"PrefID\",\"\"", nullptr, "3", allSix, QStringLiteral("場所： LoadData\n")},
+        // A column of the newest period's equity statement without its number,
+        // past which the user goes on.
+        {"a Null in a statement column", "", "",
+         "UPDATE T_FSCapitalCol SET ColNo=NULL WHERE FSDataCode=15 AND "
+         "ColNo=(SELECT MIN(ColNo) FROM T_FSCapitalCol WHERE FSDataCode=15)",
+         "3", allSix, QStringLiteral("場所： mMakeQRCodeFSCapital\n")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        ScratchHome fresh;
+        const QString app = fresh.file(QStringLiteral("sample/app.dat"));
+        QByteArray changed = sample;
+        if (!c.from.isEmpty()) {
+            ASSERT_TRUE(changed.contains(c.from));
+            changed.replace(c.from, c.to);
+        }
+        writeFile(app, changed);
+        if (c.siblingSql) sqlExec(fresh.file(QStringLiteral("sample/Ledra.mdb")), c.siblingSql);
+        const QString pdf = fresh.file(QStringLiteral("out.pdf"));
+        writeFile(pdf, "the user's earlier PDF");
+
+        const ProcessResult r = runKelvary({"--batch", "--yes", "--home", fresh.path(), "--mode",
+                                            QString::fromLatin1(c.mode), "--periods", "all", "--pdf", pdf, app});
+        EXPECT_EQ(r.exitCode, 3);
+        EXPECT_TRUE(r.standardError.contains(c.report)) << r.standardError.toStdString();
+        EXPECT_FALSE(r.standardError.contains(QStringLiteral("は作成しませんでした。"))) << r.standardError.toStdString();
+        EXPECT_EQ(pageHeadings(pdf), c.pages);
+    }
+}
+
+namespace {
+// Every payload text the run left in Temp (in CP932, as the symbols carry them), joined.
+QString payloadTexts(const QString& temp) {
+    QString all;
+    const QDir dir(temp);
+    for (const QString& name : dir.entryList({QStringLiteral("*.Txt")}, QDir::Files, QDir::Name))
+        all += kelvary::cp932Decode(readFile(dir.filePath(name)));
+    return all;
+}
+}  // namespace
+
+// Two applicants one after the other in one program folder: whatever the
+// second one's sibling database lacks is read from the empty database, never
+// from the first one's.
+TEST_F(SampleRun, NothingOfTheApplicantBeforeReachesTheNextOne) {
+    const QString firstSibling = home.file("sample/Ledra.mdb");
+    const QString marker = QStringLiteral("北斗建設の注記");
+    sqlExec(firstSibling, QStringLiteral("UPDATE T_FSNote SET Other = '%1'").arg(marker));
+    ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("first.pdf"), sampleApp()}).exitCode, 0);
+    ASSERT_TRUE(payloadTexts(home.file("Temp")).contains(marker));
+
+    // The second applicant's folder holds its own application and sibling database.
+    ASSERT_TRUE(QDir(home.path()).mkpath(QStringLiteral("second")));
+    const QString secondApp = home.file("second/app.dat");
+    const QString secondSibling = home.file("second/Ledra.mdb");
+    writeFile(secondApp, readFile(sampleApp()));
+    {
+        SCOPED_TRACE("a table missing in the second one's database");
+        writeFile(secondSibling, readFile(firstSibling));
+        sqlExec(secondSibling, "DROP TABLE T_FSNote");
+        const ProcessResult r = run({"--mode", "3", "--periods", "all", "--pdf", home.file("second.pdf"), secondApp});
+        EXPECT_EQ(r.exitCode, 3);
+        EXPECT_TRUE(r.standardError.contains(QStringLiteral("データベース '") + secondSibling +
+                                             QStringLiteral("' にテーブル 'T_FSNote' が見つかりません。")))
+            << r.standardError.toStdString();
+        EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+        EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSNoteData"), QStringList{"0"});
+        EXPECT_FALSE(payloadTexts(home.file("Temp")).contains(marker));
+        // The other tables are the second one's: its three periods are there.
+        EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"3"});
+    }
+    {
+        SCOPED_TRACE("the second one's database unreadable");
+        writeFile(secondSibling, QByteArray("SQLite format 3") + QByteArray(4096, 'x'));
+        const ProcessResult r = run({"--mode", "2", "--pdf", home.file("second.pdf"), secondApp});
+        EXPECT_EQ(r.exitCode, 3);
+        EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblIndex"), QStringList{"0"});
+        // Every link reads the empty database beside the program.
+        EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tblLinkTable WHERE DataSource NOT LIKE '%Ledra_dummy.mdb'"),
+                  QStringList{"0"});
+    }
+}
+
+TEST_F(SampleRun, AWorkingTableThatKeepsAnEarlierRunsRowsStopsTheRun) {
+    ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("first.pdf"), sampleApp()}).exitCode, 0);
+    // Another program's trigger keeps the period index from being emptied.
+    sqlExec(db(), "CREATE TRIGGER keep BEFORE DELETE ON tblIndex BEGIN SELECT RAISE(ABORT, 'kept'); END");
+    // The next applicant has no statements of its own.
+    QByteArray second = readFile(sampleApp());
+    second.replace("\"LedraDataPath\",\".\\\"", "\"LedraDataPath\",\"\"");
+    writeFile(home.file("sample/second.dat"), second);
+
+    const ProcessResult r =
+        run({"--mode", "3", "--periods", "all", "--pdf", home.file("second.pdf"), home.file("sample/second.dat")});
+    EXPECT_EQ(r.exitCode, 3);
+    EXPECT_TRUE(r.standardError.contains(
+        QStringLiteral("作業用のテーブル「tblIndex」を空にできませんでした。前回の処理のデータが残っているため、処理を中止します。")))
+        << r.standardError.toStdString();
+    EXPECT_FALSE(QFile::exists(home.file("second.pdf")));
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpAPData"), QStringList{"0"});
+}
+
+// Digits typed full-width with a Japanese input method are numbers; a field
+// of nothing but a full-width space is not filled in.
+TEST_F(SampleRun, InputAsAClerkTypesIt) {
+    QByteArray application = readFile(sampleApp());
+    const auto change = [&](const QByteArray& from, const QByteArray& to) {
+        ASSERT_TRUE(application.contains(from)) << from.toStdString();
+        application.replace(from, to);
+    };
+    change("\"LcnsNum1A\",\"20\",2", "\"LcnsNum1A\",\"" + hexBytes("82 56") + "\",2");           // ７
+    change("\"PrefCode1\",1,1", "\"PrefCode1\",\"" + hexBytes("82 50 82 51") + "\",1");            // １２
+    change("\"OfficeTel\",\"011-231-4567\",2", "\"OfficeTel\",\"" + hexBytes("81 40") + "\",2");  // one 　
+    writeFile(home.file("sample/typed.dat"), application);
+
+    const ProcessResult r = runKelvary({"--batch", "--yes", "--home", home.path(), "--mode", "3", "--periods", "newest",
+                                        "--pdf", home.file("typed.pdf"), home.file("sample/typed.dat")});
+    EXPECT_EQ(r.exitCode, 0) << r.standardError.toStdString();
+    // The telephone is the only rule that fails.
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral("■申請書の「主たる営業所の所在地の電話番号」が未入力（又は未設定）です\n")))
+        << r.standardError.toStdString();
+    EXPECT_EQ(r.standardError.count(QStringLiteral("■")), 1) << r.standardError.toStdString();
+    // The agency reads prefecture 12 (Chiba) and licence number 07.
+    const QString payload = kelvary::cp932Decode(decoded(home.file("Temp/ApplyDoc2.bmp")));
+    EXPECT_TRUE(payload.contains(QStringLiteral("\r\n9,\"12\"\r\n10,\"1\"\r\n11,\"07\"\r\n"))) << payload.toStdString();
+    EXPECT_TRUE(pdfText(home.file("typed.pdf")).contains(QStringLiteral("千葉県知事許可( 般 - 07)第012345号")));
+}
+
+// Amounts another program stored as text in the sibling database: a number
+// typed full-width is a number, an expression is refused by name and value.
+TEST_F(SampleRun, SiblingTextsInAmountColumnsAreDataNeverSql) {
+    sqlExec(home.file("sample/Ledra.mdb"),
+            "UPDATE P_FSItemData SET ItemValue = CASE ItemCode WHEN 1 THEN '(select 1)' ELSE '８４２１０５００' END "
+            "WHERE FSDataCode=15 AND ItemCode IN (1, 2)");
+    const ProcessResult r =
+        run({"--mode", "3", "--periods", "newest", "--pdf", home.file("out.pdf"), sampleApp()});
+    EXPECT_EQ(r.exitCode, 3);
+    EXPECT_EQ(r.standardError.count(QStringLiteral("=== 3 ")), 1) << r.standardError.toStdString();
+    EXPECT_TRUE(r.standardError.contains(QStringLiteral(
+        "テーブル「TmpFSItemData」の項目「ItemValue」の値「(select 1)」は数値として読めません。この行は書き込みません。")))
+        << r.standardError.toStdString();
+    EXPECT_EQ(column(db(), "SELECT ItemCode || ':' || typeof(ItemValue) || ':' || CAST(ItemValue AS INTEGER) "
+                           "FROM tmpFSItemData WHERE ItemCode IN (1, 2)"),
+              QStringList{"2:real:84210500"});
 }
 
 TEST_F(SampleRun, MissingApplicationFileIsReportedWithErrorStatus) {
