@@ -41,6 +41,10 @@ struct DocDataRecord {
     int fieldType;
 };
 
+QString docDataPlace(const QString& column) {
+    return QStringLiteral("申請書データ [DocData] の項目「") + column + QStringLiteral("」");
+}
+
 void requirePlainColumnName(const Variant& column) {
     static const QRegularExpression identifier(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
     const QString name = column.text();
