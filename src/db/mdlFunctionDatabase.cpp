@@ -23,8 +23,7 @@ namespace {
 const QString kRegistry = QString::fromLatin1(kLinkTableRegistry);
 
 SqliteConnection& requireConnection() {
-    if (!gobjConnection)
-        throw VbError(91, QStringLiteral("オブジェクト変数または With ブロック変数が設定されていません。"));
+    if (!gobjConnection) throw VbError::standard(vberr::ObjectNotSet);
     return *gobjConnection;
 }
 
