@@ -5,9 +5,9 @@
 // a connection opens, as Jet kept its links in the file.
 #include "db/mdlFunctionDatabase.h"
 
+#include "db/DbErrorReport.h"
 #include "platform/JetSql.h"
 #include "platform/VbError.h"
-#include "startup/mdlFunctionStandard.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -85,7 +85,7 @@ std::shared_ptr<SqliteConnection> gobjOpenConnection() {
         restoreLinks(*connection);
         return connection;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gobjOpenConnection"), 0);
+        reportDbError(QStringLiteral("gobjOpenConnection"), 0);
         return nullptr;
     }
 }
@@ -94,7 +94,7 @@ Recordset gobjMakeRecordset(const QString& sql) {
     try {
         return requireConnection().query(translateJetSql(sql));
     } catch (...) {
-        ShowErrMsg(statementPlace("gobjMakeRecordset", sql), 1);
+        reportDbError(statementPlace("gobjMakeRecordset", sql), 1);
         return Recordset();
     }
 }
@@ -104,7 +104,7 @@ bool gblnExecuteSql(const QString& sql) {
         requireConnection().execute(translateJetSql(sql));
         return true;
     } catch (...) {
-        ShowErrMsg(statementPlace("gblnExecuteSql", sql), 1);
+        reportDbError(statementPlace("gblnExecuteSql", sql), 1);
         return false;
     }
 }
@@ -117,7 +117,7 @@ Variant gvarGetData(const QString& field, const QString& table, const QString& w
         if (rows.eof()) return defaultValue;
         return rows.value(0);
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gvarGetData"), 1);
+        reportDbError(QStringLiteral("gvarGetData"), 1);
         return Variant();
     }
 }
@@ -132,7 +132,7 @@ std::int32_t glngGetMaxValue(const QString& field, const QString& table, const Q
         const Variant& maximum = rows.value(column);
         return maximum.isNull() ? 0 : maximum.toLong();
     } catch (...) {
-        ShowErrMsg(QStringLiteral("glngGetMaxValue"), 1);
+        reportDbError(QStringLiteral("glngGetMaxValue"), 1);
         return 0;
     }
 }
@@ -150,7 +150,7 @@ bool gRefreshLinkTable(const QString& tableName, const QString& databasePath) {
             QStringLiteral("UPDATE %1 SET DataSource = ?1 WHERE TableName = ?2 COLLATE NOCASE").arg(kRegistry),
             {Variant(databasePath), Variant(tableName)});
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gRefreshLinkTable"), 1);
+        reportDbError(QStringLiteral("gRefreshLinkTable"), 1);
     }
     return false;
 }
@@ -159,7 +159,7 @@ void gInitTable(const QString& tableName) {
     try {
         gblnExecuteSql(QStringLiteral("Delete From ") + tableName);
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gInitTable"), 1);
+        reportDbError(QStringLiteral("gInitTable"), 1);
     }
 }
 
