@@ -6,7 +6,7 @@
 #include "BenchHome.h"
 
 #include "platform/Cp932.h"
-#include "qr/QrSymbol.h"
+#include "platform/QrSymbol.h"
 #include "qr/frmQRCode.h"
 
 #include <benchmark/benchmark.h>

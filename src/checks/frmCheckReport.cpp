@@ -3,7 +3,7 @@
 // and the two buttons in the bottom corners.
 #include "checks/frmCheckReport.h"
 
-#include "checks/ReportPrinter.h"
+#include "platform/TextPrinter.h"
 #include "platform/VbError.h"
 #include "startup/CommandLine.h"
 #include "startup/UserInterface.h"
@@ -164,7 +164,7 @@ void frmCheckReport::mPrintOutError() {
             throw VbError(vberr::PathNotFound, QStringLiteral("通常使うプリンタが設定されていません。"));
         }
         printer.setDocName(kCaption);
-        printReportLines(text, printer);
+        printTextLines(text, QStringLiteral("ＭＳ ゴシック"), printer);
     } catch (...) {
         // The user asked for paper: a print that does not start is told,
         // as the preview's print button tells it.

@@ -11,8 +11,8 @@
 #include "db/clsSqlText.h"
 
 #include "platform/Recordset.h"
+#include "db/DbErrorReport.h"
 #include "platform/VbError.h"
-#include "startup/mdlFunctionStandard.h"
 
 #include <cmath>
 #include <optional>
@@ -38,7 +38,7 @@ int fieldTypeOfAdoType(const QString& field, int adoType) {
     case ado::adVarWChar:
     case ado::adLongVarWChar: return kText;
     default:
-        gMsgbox(0, QStringLiteral("clsSqlText(SetData)\r\n不明なFieldType") + field +
+        reportDbNotice(QStringLiteral("clsSqlText(SetData)\r\n不明なFieldType") + field +
                        QStringLiteral("(タイプ:") + QString::number(adoType) + QStringLiteral(")"));
         return kText;
     }
@@ -135,7 +135,7 @@ void clsSqlText::SetData(const QString& field, const Variant& value, int& fieldT
         appendListItem(fields_, field);
         appendListItem(values_, literal);
     } catch (...) {
-        ShowErrMsg(QStringLiteral("SetData"), 0);
+        reportDbError(QStringLiteral("SetData"), 0);
     }
 }
 
@@ -165,7 +165,7 @@ std::optional<QString> clsSqlText::mstrConvertValue(const Variant& value, int fi
         default: return QString();
         }
     } catch (...) {
-        ShowErrMsg(QStringLiteral("mstrConvertValue"), 0);
+        reportDbError(QStringLiteral("mstrConvertValue"), 0);
         return QString();
     }
 }
@@ -182,7 +182,7 @@ QString clsSqlText::GetInsertSql() const {
         return QStringLiteral("insert into ") + table_ + QLatin1Char('(') + fields_ +
                QStringLiteral(") values(") + values_ + QLatin1Char(')');
     } catch (...) {
-        ShowErrMsg(QStringLiteral("GetInsertSql"), 0);
+        reportDbError(QStringLiteral("GetInsertSql"), 0);
         return QString();
     }
 }
@@ -193,7 +193,7 @@ QString clsSqlText::GetUpdateSql() const {
         return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + setClause_ +
                QStringLiteral(" where ") + where_;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("GetUpdateSql"), 0);
+        reportDbError(QStringLiteral("GetUpdateSql"), 0);
         return QString();
     }
 }
@@ -202,7 +202,7 @@ void clsSqlText::SetTable(const QString& table) {
     try {
         table_ = table;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("SetTable"), 0);
+        reportDbError(QStringLiteral("SetTable"), 0);
     }
 }
 
@@ -210,7 +210,7 @@ void clsSqlText::SetWhere(const QString& where) {
     try {
         where_ = where;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("SetWhere"), 0);
+        reportDbError(QStringLiteral("SetWhere"), 0);
     }
 }
 
@@ -219,7 +219,7 @@ QString clsSqlText::GetNoWhereUpdateSql() const {
         mRequireAllValues();
         return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + setClause_;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("GetNoWhereUpdateSql"), 1);
+        reportDbError(QStringLiteral("GetNoWhereUpdateSql"), 1);
         return QString();
     }
 }

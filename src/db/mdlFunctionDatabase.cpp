@@ -5,9 +5,9 @@
 // a connection opens, as Jet kept its links in the file.
 #include "db/mdlFunctionDatabase.h"
 
+#include "db/DbErrorReport.h"
 #include "platform/JetSql.h"
 #include "platform/VbError.h"
-#include "startup/mdlFunctionStandard.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -23,8 +23,7 @@ namespace {
 const QString kRegistry = QString::fromLatin1(kLinkTableRegistry);
 
 SqliteConnection& requireConnection() {
-    if (!gobjConnection)
-        throw VbError(91, QStringLiteral("オブジェクト変数または With ブロック変数が設定されていません。"));
+    if (!gobjConnection) throw VbError::standard(vberr::ObjectNotSet);
     return *gobjConnection;
 }
 
@@ -86,7 +85,7 @@ std::shared_ptr<SqliteConnection> gobjOpenConnection() {
         restoreLinks(*connection);
         return connection;
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gobjOpenConnection"), 0);
+        reportDbError(QStringLiteral("gobjOpenConnection"), 0);
         return nullptr;
     }
 }
@@ -95,7 +94,7 @@ Recordset gobjMakeRecordset(const QString& sql) {
     try {
         return requireConnection().query(translateJetSql(sql));
     } catch (...) {
-        ShowErrMsg(statementPlace("gobjMakeRecordset", sql), 1);
+        reportDbError(statementPlace("gobjMakeRecordset", sql), 1);
         return Recordset();
     }
 }
@@ -108,7 +107,7 @@ bool gblnExecuteSql(const QString& sql) {
         requireConnection().execute(translateJetSql(sql));
         return true;
     } catch (...) {
-        ShowErrMsg(statementPlace("gblnExecuteSql", sql), 1);
+        reportDbError(statementPlace("gblnExecuteSql", sql), 1);
         return false;
     }
 }
@@ -121,7 +120,7 @@ Variant gvarGetData(const QString& field, const QString& table, const QString& w
         if (rows.eof()) return defaultValue;
         return rows.value(0);
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gvarGetData"), 1);
+        reportDbError(QStringLiteral("gvarGetData"), 1);
         return Variant();
     }
 }
@@ -136,7 +135,7 @@ std::int32_t glngGetMaxValue(const QString& field, const QString& table, const Q
         const Variant& maximum = rows.value(column);
         return maximum.isNull() ? 0 : maximum.toLong();
     } catch (...) {
-        ShowErrMsg(QStringLiteral("glngGetMaxValue"), 1);
+        reportDbError(QStringLiteral("glngGetMaxValue"), 1);
         return 0;
     }
 }
@@ -166,7 +165,7 @@ bool gRefreshLinkTable(const QString& tableName, const QString& databasePath) {
             QStringLiteral("UPDATE %1 SET DataSource = ?1 WHERE TableName = ?2 COLLATE NOCASE").arg(kRegistry),
             {Variant(databasePath), Variant(tableName)});
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gRefreshLinkTable"), 1);
+        reportDbError(QStringLiteral("gRefreshLinkTable"), 1);
     }
     return false;
 }
@@ -175,7 +174,7 @@ void gInitTable(const QString& tableName) {
     try {
         gblnExecuteSql(QStringLiteral("Delete From ") + tableName);
     } catch (...) {
-        ShowErrMsg(QStringLiteral("gInitTable"), 1);
+        reportDbError(QStringLiteral("gInitTable"), 1);
     }
 }
 

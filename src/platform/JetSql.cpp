@@ -14,11 +14,8 @@ namespace kelvary {
 
 namespace {
 
-// The provider's number for a statement it cannot parse.
-constexpr long kSyntaxError = -2147217900;
-
 [[noreturn]] void raiseSyntax(const QString& description) {
-    throw VbError(kSyntaxError, description);
+    throw VbError(vberr::SqlSyntax, description);
 }
 
 enum class Kind { Blank, Word, Literal, Symbol };

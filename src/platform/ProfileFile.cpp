@@ -22,7 +22,6 @@ namespace {
 // The caller's ANSI buffer is 1024 bytes, one of which takes the terminator.
 constexpr long kValueBytes = 1023;
 constexpr char kCrLf[] = "\r\n";
-constexpr long kPathFileAccessError = 75;  // the runtime's "Path/File access error"
 
 enum class LineKind { Blank, Other, Section, Entry };
 
@@ -167,12 +166,7 @@ QString asReadIntoBuffer(const QString& value) {
 }
 
 VbError writeError(long number, const QString& file) {
-    QString reason;
-    switch (number) {
-    case vberr::PermissionDenied: reason = QStringLiteral("書き込みできません。"); break;
-    case vberr::PathNotFound: reason = QStringLiteral("パスが見つかりません。"); break;
-    default: reason = QStringLiteral("パス/ファイル アクセス エラーです。"); break;
-    }
+    const QString reason = VbError::standardDescription(number);
     return VbError(number, QStringLiteral("%1 ファイル: %2").arg(reason, QDir::toNativeSeparators(file)));
 }
 
@@ -180,7 +174,7 @@ QByteArray readForUpdate(const QString& file) {
     const QFileInfo info(file);
     if (!info.absoluteDir().exists()) throw writeError(vberr::PathNotFound, file);
     if (!info.exists()) return {};
-    if (!info.isFile()) throw writeError(kPathFileAccessError, file);
+    if (!info.isFile()) throw writeError(vberr::PathFileAccess, file);
     if (!info.isWritable()) throw writeError(vberr::PermissionDenied, file);
     QFile in(file);
     if (!in.open(QIODevice::ReadOnly)) throw writeError(vberr::PermissionDenied, file);
@@ -192,11 +186,11 @@ void saveWhole(const QString& file, const QByteArray& bytes) {
     if (!out.open(QIODevice::WriteOnly)) {
         const bool denied = out.error() == QFileDevice::PermissionsError ||
                             !QFileInfo(QFileInfo(file).absolutePath()).isWritable();
-        throw writeError(denied ? vberr::PermissionDenied : kPathFileAccessError, file);
+        throw writeError(denied ? vberr::PermissionDenied : vberr::PathFileAccess, file);
     }
     if (out.write(bytes) != bytes.size() || !out.commit()) {
         out.cancelWriting();
-        throw writeError(kPathFileAccessError, file);
+        throw writeError(vberr::PathFileAccess, file);
     }
 }
 

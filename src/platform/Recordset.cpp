@@ -8,19 +8,9 @@ namespace kelvary {
 
 namespace {
 
-constexpr long kObjectNotSet = 91;
-constexpr long kNoCurrentRecord = 3021;
+[[noreturn]] void raiseObjectNotSet() { throw VbError::standard(vberr::ObjectNotSet); }
 
-[[noreturn]] void raiseObjectNotSet() {
-    throw VbError(kObjectNotSet,
-                  QStringLiteral("オブジェクト変数または With ブロック変数が設定されていません。"));
-}
-
-[[noreturn]] void raiseNoCurrentRecord() {
-    throw VbError(kNoCurrentRecord,
-                  QStringLiteral("BOF と EOF のいずれかが True になっているか、または現在のレコードが"
-                                 "削除されています。要求された操作には、現在のレコードが必要です。"));
-}
+[[noreturn]] void raiseNoCurrentRecord() { throw VbError::standard(vberr::NoCurrentRecord); }
 
 }  // namespace
 

@@ -19,8 +19,6 @@
 namespace kelvary {
 namespace {
 
-constexpr long kPathFileAccessError = 75;
-
 QString quoted(const QString& path) { return QStringLiteral("「") + path + QStringLiteral("」"); }
 
 QString tooLargeMessage(const QString& path) {
@@ -52,7 +50,7 @@ bool looksLikeUtf8(const QByteArray& bytes) {
 
 QByteArray readAllBytes(const QString& path) {
     if (path.isEmpty())
-        throw VbError(kPathFileAccessError, QStringLiteral("ファイル名が指定されていません。"));
+        throw VbError(vberr::PathFileAccess, QStringLiteral("ファイル名が指定されていません。"));
     // Asked before the file is opened: opening a FIFO waits for a writer,
     // and a device such as /dev/zero never ends.
     const FileKind kind = fileKindOf(path);
@@ -60,7 +58,7 @@ QByteArray readAllBytes(const QString& path) {
         throw VbError(vberr::FileNotFound, QStringLiteral("ファイル") + quoted(path) +
                                                QStringLiteral("が見つかりません。"));
     if (kind != FileKind::Regular)
-        throw VbError(kPathFileAccessError, quoted(path) + QStringLiteral("は") + fileKindName(kind) +
+        throw VbError(vberr::PathFileAccess, quoted(path) + QStringLiteral("は") + fileKindName(kind) +
                                                 QStringLiteral("です。ファイルを指定してください。"));
     if (QFileInfo(path).size() > kLargestTextFile)
         throw VbError(vberr::OutOfMemory, tooLargeMessage(path));

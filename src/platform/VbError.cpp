@@ -9,25 +9,43 @@ VbError::VbError(long number, QString description, std::optional<int> position)
     : number_(number), description_(std::move(description)), position_(position),
       what_(QStringLiteral("%1: %2").arg(number).arg(description_).toStdString()) {}
 
+namespace {
+
+struct StandardText {
+    long number;
+    const char16_t* text;
+};
+
+// The runtime's and the provider's own wording, so that a report reads as
+// the user has always seen it. A raise may still give its own description.
+constexpr StandardText kStandardTexts[] = {
+    {vberr::InvalidProcedureCall, u"プロシージャの呼び出し、または引数が不正です。"},
+    {vberr::Overflow, u"オーバーフローしました。"},
+    {vberr::OutOfMemory, u"メモリが不足しています。"},
+    {vberr::SubscriptOutOfRange, u"インデックスが有効範囲にありません。"},
+    {vberr::DivisionByZero, u"0 で除算しました。"},
+    {vberr::TypeMismatch, u"型が一致しません。"},
+    {vberr::FileNotFound, u"ファイルが見つかりません。"},
+    {vberr::BadFileMode, u"ファイル モードが不正です。"},
+    {vberr::InputPastEnd, u"ファイルにこれ以上データがありません。"},
+    {vberr::PermissionDenied, u"書き込みできません。"},
+    {vberr::PathFileAccess, u"パス/ファイル アクセス エラーです。"},
+    {vberr::PathNotFound, u"パスが見つかりません。"},
+    {vberr::ObjectNotSet, u"オブジェクト変数または With ブロック変数が設定されていません。"},
+    {vberr::InvalidUseOfNull, u"Null の使い方が不正です。"},
+    {vberr::BadPropertyIndex, u"プロパティ配列のインデックスが有効ではありません。"},
+    {vberr::NotSupported, u"オブジェクトは、このプロパティまたはメソッドをサポートしていません。"},
+    {vberr::NoCurrentRecord, u"BOF と EOF のいずれかが True になっているか、または現在のレコードが"
+                             u"削除されています。要求された操作には、現在のレコードが必要です。"},
+    {vberr::ItemNotFound, u"要求された名前、または序数に対応する項目はコレクションで見つかりません。"},
+};
+
+}  // namespace
+
 QString VbError::standardDescription(long number) {
-    switch (number) {
-    case vberr::InvalidProcedureCall: return QStringLiteral("プロシージャの呼び出し、または引数が不正です。");
-    case vberr::Overflow: return QStringLiteral("オーバーフローしました。");
-    case vberr::DivisionByZero: return QStringLiteral("0 で除算しました。");
-    case vberr::TypeMismatch: return QStringLiteral("型が一致しません。");
-    case vberr::FileNotFound: return QStringLiteral("ファイルが見つかりません。");
-    case vberr::BadFileMode: return QStringLiteral("ファイル モードが不正です。");
-    case vberr::InputPastEnd: return QStringLiteral("ファイルにこれ以上データがありません。");
-    case vberr::PermissionDenied: return QStringLiteral("書き込みできません。");
-    case vberr::PathNotFound: return QStringLiteral("パスが見つかりません。");
-    case vberr::InvalidUseOfNull: return QStringLiteral("Null の使い方が不正です。");
-    case 9: return QStringLiteral("インデックスが有効範囲にありません。");
-    case 381: return QStringLiteral("プロパティ配列のインデックスが有効ではありません。");
-    case 438: return QStringLiteral("オブジェクトは、このプロパティまたはメソッドをサポートしていません。");
-    case vberr::ItemNotFound:
-        return QStringLiteral("要求された名前、または序数に対応する項目はコレクションで見つかりません。");
-    default: return QStringLiteral("アプリケーション定義またはオブジェクト定義のエラーです。");
-    }
+    for (const StandardText& entry : kStandardTexts)
+        if (entry.number == number) return QString::fromUtf16(entry.text);
+    return QStringLiteral("アプリケーション定義またはオブジェクト定義のエラーです。");
 }
 
 VbError VbError::standard(long number) { return VbError(number, standardDescription(number)); }
@@ -40,7 +58,7 @@ ErrInfo currentError() {
     } catch (const VbError& e) {
         return {e.number(), e.description(), e.position()};
     } catch (const std::bad_alloc&) {
-        return {vberr::OutOfMemory, QStringLiteral("メモリが不足しています。"), std::nullopt};
+        return {vberr::OutOfMemory, VbError::standardDescription(vberr::OutOfMemory), std::nullopt};
     } catch (const std::exception& e) {
         return {vberr::InternalError, QString::fromLocal8Bit(e.what()), std::nullopt};
     } catch (...) {

@@ -12,11 +12,13 @@
 
 namespace kelvary {
 
-// Error numbers the program raises or tests for.
+// Error numbers the program raises or tests for. Their descriptions are in
+// the one table behind VbError::standardDescription.
 namespace vberr {
 constexpr long InvalidProcedureCall = 5;
 constexpr long Overflow = 6;
 constexpr long OutOfMemory = 7;
+constexpr long SubscriptOutOfRange = 9;
 constexpr long DivisionByZero = 11;
 constexpr long TypeMismatch = 13;
 constexpr long InternalError = 51;
@@ -24,9 +26,15 @@ constexpr long FileNotFound = 53;
 constexpr long BadFileMode = 54;
 constexpr long InputPastEnd = 62;
 constexpr long PermissionDenied = 70;
+constexpr long PathFileAccess = 75;
 constexpr long PathNotFound = 76;
+constexpr long ObjectNotSet = 91;  // an object variable used before it was set
 constexpr long InvalidUseOfNull = 94;
+constexpr long BadPropertyIndex = 381;
+constexpr long NotSupported = 438;  // the object lacks the property or method
+constexpr long NoCurrentRecord = 3021;
 constexpr long ItemNotFound = 3265;  // a field or item missing from a collection
+constexpr long SqlSyntax = -2147217900;  // the provider cannot parse the statement
 constexpr long DatabaseError = -2147467259;  // the provider's generic failure
 }  // namespace vberr
 

@@ -62,6 +62,7 @@ struct ToolButton {
     const char* caption;
     const char* tooltip;
     QKeySequence shortcut;
+    void (frmPrintPreview::*clicked)();
 };
 
 }  // namespace
@@ -81,24 +82,23 @@ frmPrintPreview::frmPrintPreview(const std::vector<RecordedPage>& pages, std::fu
         a->setObjectName(QLatin1String(b.key));
         a->setToolTip(QString::fromUtf8(b.tooltip));
         if (!b.shortcut.isEmpty()) a->setShortcut(b.shortcut);
-        const QString key = QLatin1String(b.key);
-        connect(a, &QAction::triggered, this, [this, key] { onToolClick(key); });
+        connect(a, &QAction::triggered, this, b.clicked);
         return a;
     };
-    addButton({"ID_Cancel", "戻る", "印刷をしないで戻ります。", QKeySequence()});
+    addButton({"ID_Cancel", "戻る", "印刷をしないで戻ります。", QKeySequence(), &frmPrintPreview::onCancelClicked});
     bar->addSeparator();
-    addButton({"ID_ZoomIn", "拡大", "倍率を大きくします。", QKeySequence::ZoomIn});
-    addButton({"ID_ZoomOut", "縮小", "倍率を下げます。", QKeySequence::ZoomOut});
+    addButton({"ID_ZoomIn", "拡大", "倍率を大きくします。", QKeySequence::ZoomIn, &frmPrintPreview::onZoomInClicked});
+    addButton({"ID_ZoomOut", "縮小", "倍率を下げます。", QKeySequence::ZoomOut, &frmPrintPreview::onZoomOutClicked});
     bar->addSeparator();
-    addButton({"ID_First", "|<", "", QKeySequence(Qt::Key_Home)});
-    addButton({"ID_Back", "<", "前のページへ戻ります", QKeySequence(Qt::Key_PageUp)});
-    addButton({"ID_Next", ">", "次のページに進みます", QKeySequence(Qt::Key_PageDown)});
+    addButton({"ID_First", "|<", "", QKeySequence(Qt::Key_Home), &frmPrintPreview::onFirstClicked});
+    addButton({"ID_Back", "<", "前のページへ戻ります", QKeySequence(Qt::Key_PageUp), &frmPrintPreview::onBackClicked});
+    addButton({"ID_Next", ">", "次のページに進みます", QKeySequence(Qt::Key_PageDown), &frmPrintPreview::onNextClicked});
     auto* pageLabel = new QLabel(QStringLiteral("ページ"), bar);
     pageLabel->setObjectName(QStringLiteral("ID_Page"));
     bar->addWidget(pageLabel);
-    addButton({"ID_Last", ">|", "", QKeySequence(Qt::Key_End)});
+    addButton({"ID_Last", ">|", "", QKeySequence(Qt::Key_End), &frmPrintPreview::onLastClicked});
     bar->addSeparator();
-    QAction* print = addButton({"ID_Print", "印刷", "印刷します", QKeySequence::Print});
+    QAction* print = addButton({"ID_Print", "印刷", "印刷します", QKeySequence::Print, &frmPrintPreview::onPrintClicked});
     print->setStatusTip(QStringLiteral(
         "作業中のファイル、または選択されたアイテムを印刷します。印刷オプションを設定するには[ファイル]メニューの[印刷]をクリックします。"));
 
@@ -179,27 +179,19 @@ void frmPrintPreview::reject() {
     QDialog::reject();
 }
 
-void frmPrintPreview::onToolClick(const QString& key) {
-    if (key == QLatin1String("ID_Print")) {
-        mPrintPreview();
-        cancelled_ = false;
-        done(Accepted);
-    } else if (key == QLatin1String("ID_Cancel")) {
-        reject();
-    } else if (key == QLatin1String("ID_Back")) {
-        mChangePage(0);
-    } else if (key == QLatin1String("ID_Next")) {
-        mChangePage(1);
-    } else if (key == QLatin1String("ID_First")) {
-        mChangePage(2);
-    } else if (key == QLatin1String("ID_Last")) {
-        mChangePage(3);
-    } else if (key == QLatin1String("ID_ZoomIn")) {
-        mChangeScale(1);
-    } else if (key == QLatin1String("ID_ZoomOut")) {
-        mChangeScale(0);
-    }
+void frmPrintPreview::onPrintClicked() {
+    mPrintPreview();
+    cancelled_ = false;
+    done(Accepted);
 }
+
+void frmPrintPreview::onCancelClicked() { reject(); }
+void frmPrintPreview::onBackClicked() { mChangePage(0); }
+void frmPrintPreview::onNextClicked() { mChangePage(1); }
+void frmPrintPreview::onFirstClicked() { mChangePage(2); }
+void frmPrintPreview::onLastClicked() { mChangePage(3); }
+void frmPrintPreview::onZoomInClicked() { mChangeScale(1); }
+void frmPrintPreview::onZoomOutClicked() { mChangeScale(0); }
 
 void frmPrintPreview::mPrintPreview() {
     try {

@@ -61,8 +61,18 @@ protected:
     // The toolbar's descriptions (status tips) go to the window's status bar.
     bool event(QEvent* event) override;
 
+private slots:
+    // One per toolbar button.
+    void onCancelClicked();
+    void onZoomInClicked();
+    void onZoomOutClicked();
+    void onFirstClicked();
+    void onBackClicked();
+    void onNextClicked();
+    void onLastClicked();
+    void onPrintClicked();
+
 private:
-    void onToolClick(const QString& key);
     void mPrintPreview();
     void refreshView();
 

@@ -3,8 +3,8 @@
 #include "qr/frmQRCode.h"
 
 #include "platform/Cp932.h"
+#include "platform/QrSymbol.h"
 #include "platform/VbError.h"
-#include "qr/QrSymbol.h"
 #include "startup/mdlFunctionStandard.h"
 
 #include <QFile>

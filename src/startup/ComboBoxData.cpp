@@ -34,7 +34,7 @@ class EntrySink {
 public:
     explicit EntrySink(QWidget* control)
         : combo_(qobject_cast<QComboBox*>(control)), list_(qobject_cast<QListWidget*>(control)) {
-        if (!combo_ && !list_) throw VbError::standard(438);
+        if (!combo_ && !list_) throw VbError::standard(vberr::NotSupported);
         if (combo_) combo_->clear();
         else list_->clear();
     }

@@ -16,7 +16,6 @@
 namespace kelvary {
 namespace {
 
-constexpr long kInvalidPropertyArrayIndex = 381;
 
 Variant fromItemData(const QVariant& data) {
     if (!data.isValid() || data.isNull()) return Variant::fromLong(0);
@@ -32,7 +31,7 @@ void setText(QWidget* control, const QString& text) {
     else if (auto* rich = qobject_cast<QTextEdit*>(control)) rich->setPlainText(text);
     else if (auto* label = qobject_cast<QLabel*>(control)) label->setText(text);
     else if (auto* combo = qobject_cast<QComboBox*>(control)) combo->setCurrentText(text);
-    else throw VbError::standard(438);
+    else throw VbError::standard(vberr::NotSupported);
 }
 
 // True as VB's "value = True" reads it: the Boolean True or the number -1.
@@ -62,12 +61,12 @@ void selectByItemData(QWidget* control, const Variant& value) {
         }
         return;
     }
-    throw VbError::standard(438);
+    throw VbError::standard(vberr::NotSupported);
 }
 
 void setDefaultProperty(QWidget* control, const Variant& value) {
     const QMetaProperty property = control->metaObject()->userProperty();
-    if (!property.isValid()) throw VbError::standard(438);
+    if (!property.isValid()) throw VbError::standard(vberr::NotSupported);
     property.write(control, value.text());
 }
 
@@ -76,14 +75,14 @@ void setDefaultProperty(QWidget* control, const Variant& value) {
 Variant gvarGetComboBoxValue(QWidget* control) {
     try {
         if (auto* combo = qobject_cast<QComboBox*>(control)) {
-            if (combo->currentIndex() < 0) throw VbError::standard(kInvalidPropertyArrayIndex);
+            if (combo->currentIndex() < 0) throw VbError::standard(vberr::BadPropertyIndex);
             return fromItemData(combo->currentData());
         }
         if (auto* list = qobject_cast<QListWidget*>(control)) {
-            if (!list->currentItem()) throw VbError::standard(kInvalidPropertyArrayIndex);
+            if (!list->currentItem()) throw VbError::standard(vberr::BadPropertyIndex);
             return fromItemData(list->currentItem()->data(Qt::UserRole));
         }
-        throw VbError::standard(438);
+        throw VbError::standard(vberr::NotSupported);
     } catch (...) {
         ShowErrMsg(QStringLiteral("gvarGetComboBoxValue"), 0);
         return Variant();
@@ -100,7 +99,7 @@ void gLetDataToControl(QWidget* control, const Variant& value, int controlKind) 
             if (auto* box = qobject_cast<QAbstractButton*>(control))
                 box->setChecked(isVbTrue(value));
             else
-                throw VbError::standard(438);
+                throw VbError::standard(vberr::NotSupported);
             break;
         default: setDefaultProperty(control, value); break;
         }

@@ -1,8 +1,10 @@
 // The port in use for this run.
 #include "startup/UserInterface.h"
 
+#include "db/DbErrorReport.h"
 #include "startup/BatchUserInterface.h"
 #include "startup/QtUserInterface.h"
+#include "startup/mdlFunctionStandard.h"
 
 #include <QGuiApplication>
 
@@ -11,6 +13,13 @@ namespace {
 std::unique_ptr<UserInterface>& installed() {
     static std::unique_ptr<UserInterface> ui;
     return ui;
+}
+
+// The database routines own their reporting seam; whichever port speaks to
+// the user, their failures and notices reach it through the error display
+// and the message box as everyone else's do.
+void connectDbReporting() {
+    setDbReporting({&ShowErrMsg, [](const QString& text) { gMsgbox(0, text); }});
 }
 }  // namespace
 
@@ -22,10 +31,14 @@ UserInterface& userInterface() {
             ui = std::make_unique<QtUserInterface>();
         else
             ui = std::make_unique<BatchUserInterface>(false);
+        connectDbReporting();
     }
     return *ui;
 }
 
-void setUserInterface(std::unique_ptr<UserInterface> ui) { installed() = std::move(ui); }
+void setUserInterface(std::unique_ptr<UserInterface> ui) {
+    installed() = std::move(ui);
+    connectDbReporting();
+}
 
 }  // namespace kelvary

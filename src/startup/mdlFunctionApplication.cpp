@@ -146,7 +146,7 @@ void gCommandGet(QString& field1, QString& field2, QString& field3, QString& fie
         for (int i = 0; i < 4; ++i) {
             // VB's array bound check: fewer than four fields after the first
             // "/" is an error, and the fields not yet filled stay empty.
-            if (i + 1 >= parts.size()) throw VbError::standard(9);
+            if (i + 1 >= parts.size()) throw VbError::standard(vberr::SubscriptOutOfRange);
             *fields[i] = parts[i + 1];
         }
     } catch (...) {

@@ -8,7 +8,7 @@
 #include "platform/LayoutRenderer.h"
 #include "platform/PageOutput.h"
 #include "platform/PdfCheck.h"
-#include "qr/QrSymbol.h"
+#include "platform/QrSymbol.h"
 
 #include <QDir>
 #include <QPainter>

@@ -80,6 +80,33 @@ TEST_F(PreviewWindow, CancelLeavesWithoutPrintingAndPrintClearsTheCancel) {
     EXPECT_EQ(printed_, 1);
 }
 
+// Each toolbar button does its own thing: on four pages every paging button
+// lands on a different page, and the zoom buttons go opposite ways.
+TEST(PreviewToolbar, EachButtonClickedDoesItsOwnStep) {
+    const std::vector<RecordedPage> pages = pagesOf(4);
+    frmPrintPreview window(pages, nullptr);
+    window.show();
+    QToolBar* tools = window.findChild<QToolBar*>();
+    const auto click = [&](const char* key) {
+        QTest::mouseClick(tools->widgetForAction(window.action(QLatin1String(key))), Qt::LeftButton);
+    };
+    click("ID_Last");
+    EXPECT_EQ(window.currentPage(), 4);
+    click("ID_Back");
+    EXPECT_EQ(window.currentPage(), 3);
+    click("ID_First");
+    EXPECT_EQ(window.currentPage(), 1);
+    click("ID_Next");
+    EXPECT_EQ(window.currentPage(), 2);
+    click("ID_ZoomIn");
+    EXPECT_EQ(window.zoom(), 125);
+    click("ID_ZoomOut");
+    click("ID_ZoomOut");
+    EXPECT_EQ(window.zoom(), 75);
+    EXPECT_EQ(window.currentPage(), 2);
+    EXPECT_TRUE(window.isVisible());
+}
+
 // Dark pixels in the window's image: the page's drawing as it reached the screen.
 int darkPixels(const QImage& image) {
     int count = 0;

@@ -1,7 +1,7 @@
 // Symbols as the agency's reader sees them: every image is decoded by zbar and
 // must give back the bytes of its .Txt copy, which in turn must be the CP932
 // bytes of the payload written out here by hand.
-#include "qr/QrSymbol.h"
+#include "platform/QrSymbol.h"
 #include "qr/frmQRCode.h"
 
 #include "QrHome.h"

@@ -1,7 +1,7 @@
-// The problem list on paper. The original left page overflow to the printer
-// driver, which silently clipped; here a page break comes before the line
-// that would not fit, and the font shrinks until the widest line fits.
-#include "checks/ReportPrinter.h"
+// Text on paper. Leaving page overflow to the printer driver clips silently;
+// here a page break comes before the line that would not fit, and the font
+// shrinks until the widest line fits.
+#include "platform/TextPrinter.h"
 
 #include "platform/VbError.h"
 
@@ -63,7 +63,7 @@ qreal fittingPointSize(const QStringList& lines, QFont font, QPaintDevice* devic
 
 }  // namespace
 
-int printReportLines(const QString& text, QPrinter& printer) {
+int printTextLines(const QString& text, const QString& fontFamily, QPrinter& printer) {
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setPageOrientation(QPageLayout::Portrait);
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
@@ -75,7 +75,7 @@ int printReportLines(const QString& text, QPrinter& printer) {
         throw VbError(vberr::PermissionDenied, QStringLiteral("印刷を開始できません。プリンタの設定を確認してください。"));
     const QRectF area = printer.pageLayout().paintRectPixels(printer.resolution()).translated(
         -printer.pageLayout().paintRectPixels(printer.resolution()).topLeft());
-    QFont font(QStringLiteral("ＭＳ ゴシック"));
+    QFont font(fontFamily);
     font.setPointSizeF(fittingPointSize(lines, font, &printer, area.width()));
     painter.setFont(font);
     const QFontMetricsF metrics(painter.font(), &printer);

@@ -1,8 +1,8 @@
-// QR symbols for the payloads: CP932 bytes laid out in Kanji mode wherever a
-// character's two bytes allow it and in byte mode elsewhere, error correction
+// QR symbols of CP932 bytes, through libqrencode: Kanji mode wherever a
+// character's two bytes allow it and byte mode elsewhere, error correction
 // M (L only when M cannot hold the data), the smallest version that fits, a
-// quiet zone of four modules, saved as a black-and-white BMP. The reader at
-// the agency decodes the bytes as CP932, so the bytes are what must survive.
+// quiet zone of four modules, as a black-and-white image. A reader decodes
+// the bytes as CP932, so the bytes are what must survive.
 #pragma once
 
 #include <QByteArray>

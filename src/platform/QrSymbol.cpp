@@ -3,7 +3,7 @@
 // through byte-mode stretches and can take the trail byte of one character and
 // the lead byte of the next for a Kanji pair, which the reader would then give
 // back as different bytes.
-#include "qr/QrSymbol.h"
+#include "platform/QrSymbol.h"
 
 #include <qrencode.h>
 
