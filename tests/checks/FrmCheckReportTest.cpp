@@ -119,7 +119,8 @@ TEST(FrmCheckReportTest, ValueLinesKeepTheirAmountsBesideTheirLabels) {
         frmCheckReport form;
         form.loadText(QStringLiteral("■SHORT\r\n"));
         form.cmdPrint()->click();
-        const PdfWord* word = findWord(pdfWords(pdf), QStringLiteral("■SHORT"));
+        const QList<PdfWord> words = pdfWords(pdf);
+        const PdfWord* word = findWord(words, QStringLiteral("■SHORT"));
         ASSERT_TRUE(word);
         EXPECT_NEAR(word->yMax - word->yMin, 10.0, 0.6);
     }
