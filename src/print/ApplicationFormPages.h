@@ -8,7 +8,7 @@
 #include <cstdint>
 
 #include "platform/Recordset.h"
-#include "print/PrintEdition.h"
+#include "startup/FormEdition.h"
 
 namespace kelvary {
 
@@ -17,7 +17,7 @@ class frmPrintManager;
 // Fills "ApplyDoc_200804.w30" and ends its page. proxy is the menu's filing
 // by an agent; problemMark puts the problem mark on the page's ID line.
 void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark,
-              PrintEdition edition = PrintEdition::Form200804);
+              FormEdition edition = FormEdition::Form200804);
 
 // Fills "ApplyDocPdf_200804.w30", ends its page and closes the PDF file.
 // Filing by an agent comes from command-line field 3.
