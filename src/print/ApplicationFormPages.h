@@ -1,7 +1,7 @@
 // The application form "経営状況分析申請書" of the 2008-04-01 edition: one
 // page filled from the application record, either on the printing layout
-// (print, preview and the full PDF runs) or on the PDF layout of output mode
-// "2", whose applicant column has a title column beside it.
+// (print, preview and the full PDF runs) or on the PDF layout of the
+// application-only PDF, whose applicant column has a title column beside it.
 #pragma once
 
 #include <QString>
