@@ -288,7 +288,7 @@ void ApplicationChecker::mCheckAPData() {
         failed |= mblnCheckBaseDateMatchesYearEnd(rs);
         failed |= mblnCheckBlank(QStringLiteral("Distinction"), title(QStringLiteral("法人又は個人の別")), rs, Variant(0));
         failed |= mblnCheckBlank(QStringLiteral("LastApl"), title(QStringLiteral("前回申請の有無")), rs, Variant(0));
-        if (edition_ == ApplicationEdition::Form200804) {
+        if (edition_ == FormEdition::Form200804) {
             failed |= mblnCheckBlank(QStringLiteral("FType"), title(QStringLiteral("単独決算又は連結決算の別")), rs,
                                      Variant(0));
         } else {
@@ -309,7 +309,7 @@ void ApplicationChecker::mCheckAPData() {
                                  text);
         failed |= mblnCheckBlank(QStringLiteral("OfficeTel"), title(QStringLiteral("主たる営業所の所在地の電話番号")), rs,
                                  text);
-        if (edition_ == ApplicationEdition::Earlier) failed |= mblnCheckConsolidatedAmounts(rs);
+        if (edition_ == FormEdition::Earlier) failed |= mblnCheckConsolidatedAmounts(rs);
 
         mblnErrorFlag = mblnErrorFlag || failed;
     } catch (...) {

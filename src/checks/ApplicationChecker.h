@@ -7,6 +7,7 @@
 
 #include "platform/Recordset.h"
 #include "platform/Variant.h"
+#include "startup/FormEdition.h"
 
 #include <QString>
 
@@ -14,11 +15,10 @@
 
 namespace kelvary {
 
-enum class ApplicationEdition { Form200804, Earlier };
 
 class ApplicationChecker {
 public:
-    explicit ApplicationChecker(ApplicationEdition edition) : edition_(edition) {}
+    explicit ApplicationChecker(FormEdition edition) : edition_(edition) {}
 
     void setAPDataCode(std::int32_t code) { mlngAPDataCode = code; }
     void setFSDataCheck(bool check) { mblnFSDataCheck = check; }
@@ -44,7 +44,7 @@ private:
     bool mblnCheckNameBlanks(const Recordset& rs);
     void mAppend(const QString& problem);
 
-    ApplicationEdition edition_;
+    FormEdition edition_;
     std::int32_t mlngAPDataCode = 0;
     bool mblnFSDataCheck = false;
     bool mblnErrorFlag = false;

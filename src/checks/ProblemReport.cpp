@@ -32,7 +32,7 @@ QString applicationReportText(std::int32_t apDataCode, const QString& message) {
            kCrLf + QStringLiteral("審査基準日　：") + baseDate + kCrLf + kRule + kCrLf + kCrLf + message;
 }
 
-bool mblnVaridateAPData(ApplicationEdition edition, std::int32_t apDataCode, bool quiet, bool fsDataCheck,
+bool mblnVaridateAPData(FormEdition edition, std::int32_t apDataCode, bool quiet, bool fsDataCheck,
                         QString& report) {
     try {
         bool errorFlag = false;

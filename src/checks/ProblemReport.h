@@ -14,7 +14,7 @@ namespace kelvary {
 
 // The application of the driver's form edition. The quiet flag suppresses
 // only the box that reports no problem; report receives the checker's texts.
-bool mblnVaridateAPData(ApplicationEdition edition, std::int32_t apDataCode, bool quiet, bool fsDataCheck,
+bool mblnVaridateAPData(FormEdition edition, std::int32_t apDataCode, bool quiet, bool fsDataCheck,
                         QString& report);
 
 // The list as the problem window shows it for an application: the header

@@ -8,7 +8,7 @@ namespace kelvary {
 
 class clsVerifyAPData : public ApplicationChecker {
 public:
-    clsVerifyAPData() : ApplicationChecker(ApplicationEdition::Earlier) {}
+    clsVerifyAPData() : ApplicationChecker(FormEdition::Earlier) {}
 };
 
 }  // namespace kelvary

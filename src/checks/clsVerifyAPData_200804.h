@@ -8,7 +8,7 @@ namespace kelvary {
 
 class clsVerifyAPData_200804 : public ApplicationChecker {
 public:
-    clsVerifyAPData_200804() : ApplicationChecker(ApplicationEdition::Form200804) {}
+    clsVerifyAPData_200804() : ApplicationChecker(FormEdition::Form200804) {}
 };
 
 }  // namespace kelvary

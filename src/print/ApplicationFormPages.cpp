@@ -21,8 +21,9 @@ Variant eraDate(const Recordset& record, const char* name) {
 }
 
 bool filedByAgentOnCommandLine() {
-    QString fields[4];
-    gCommandGet(fields[0], fields[1], fields[2], fields[3]);
+    QString fields[3];
+    std::optional<OutputMode> mode;
+    gCommandGet(fields[0], fields[1], fields[2], mode);
     return fields[2].compare(QStringLiteral("y"), Qt::CaseInsensitive) == 0;
 }
 
@@ -152,9 +153,9 @@ ApplicantColumn mPdfApplicantColumn(const Recordset& record, bool byAgent) {
 
 void mWriteApplicationForm(frmPrintManager& manager, std::int32_t apDataCode, bool byAgent, ApplicationLayout layout) {
     switch (layout) {
-    case ApplicationLayout::Print: manager.SetPrintFile(QStringLiteral("ApplyDoc_200804.w30")); break;
+    case ApplicationLayout::Print: manager.SetPrintFile(applicationLayoutFile(FormEdition::Form200804)); break;
     case ApplicationLayout::Pdf: manager.SetPrintFile(QStringLiteral("ApplyDocPdf_200804.w30")); break;
-    case ApplicationLayout::Earlier: manager.SetPrintFile(QStringLiteral("ApplyDoc.w30")); break;
+    case ApplicationLayout::Earlier: manager.SetPrintFile(applicationLayoutFile(FormEdition::Earlier)); break;
     }
     const Recordset record =
         gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where APDataCode= ") + QString::number(apDataCode));
@@ -221,10 +222,10 @@ void mWriteApplicationForm(frmPrintManager& manager, std::int32_t apDataCode, bo
         manager.PrintProxyColumn();
 }
 
-void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark, PrintEdition edition) {
+void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark, FormEdition edition) {
     try {
         mWriteApplicationForm(manager, apDataCode, proxy,
-                              edition == PrintEdition::Earlier ? ApplicationLayout::Earlier : ApplicationLayout::Print);
+                              edition == FormEdition::Earlier ? ApplicationLayout::Earlier : ApplicationLayout::Print);
         manager.EndPage(problemMark);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mPrintAP"), 1);

@@ -1,14 +1,14 @@
 // The application form "経営状況分析申請書" of the 2008-04-01 edition: one
 // page filled from the application record, either on the printing layout
-// (print, preview and the full PDF runs) or on the PDF layout of output mode
-// "2", whose applicant column has a title column beside it.
+// (print, preview and the full PDF runs) or on the PDF layout of the
+// application-only PDF, whose applicant column has a title column beside it.
 #pragma once
 
 #include <QString>
 #include <cstdint>
 
 #include "platform/Recordset.h"
-#include "print/PrintEdition.h"
+#include "startup/FormEdition.h"
 
 namespace kelvary {
 
@@ -17,7 +17,7 @@ class frmPrintManager;
 // Fills "ApplyDoc_200804.w30" and ends its page. proxy is the menu's filing
 // by an agent; problemMark puts the problem mark on the page's ID line.
 void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark,
-              PrintEdition edition = PrintEdition::Form200804);
+              FormEdition edition = FormEdition::Form200804);
 
 // Fills "ApplyDocPdf_200804.w30", ends its page and closes the PDF file.
 // Filing by an agent comes from command-line field 3.

@@ -25,16 +25,11 @@ const QString kCrLf = QStringLiteral("\r\n");
 const QString kPeriodQuery = QStringLiteral(" Select * From tblIndex ") + QStringLiteral(" Where PrintFlag=True ") +
                              QStringLiteral(" Order by FYearNumber Desc,IndexID Desc");
 
-QString verbFor(const QString& mode) {
-    if (mode == QStringLiteral("1")) return QStringLiteral("印刷");
-    if (mode == QStringLiteral("2") || mode == QStringLiteral("3") || mode == QStringLiteral("4"))
-        return QStringLiteral("出力");
-    return QString();
-}
+// A mode the program does not know has no verb: the run shows its messages
+// without one and produces nothing.
+QString verbFor(std::optional<OutputMode> mode) { return mode ? outputVerb(*mode) : QString(); }
 
-bool isFullRunMode(const QString& mode) {
-    return mode == QStringLiteral("1") || mode == QStringLiteral("3") || mode == QStringLiteral("4");
-}
+bool isFullRunMode(std::optional<OutputMode> mode) { return mode && showsMenu(*mode); }
 
 }  // namespace
 
@@ -100,9 +95,23 @@ bool PrintRun::mImportPeriods(const QString& seed) {
     return allPass;
 }
 
-void PrintRun::mPrintPages(frmPrintManager& manager, const QString& mode, const QString& verb, bool printApplication,
-                           bool printStatements, bool applicationProblem) {
-    if (mode == QStringLiteral("2")) {
+std::optional<OutputMode> PrintRun::mOutputMode() {
+    QString fields[3];
+    std::optional<OutputMode> mode;
+    gCommandGet(fields[0], fields[1], fields[2], mode);
+    if (offersPdf(mEdition())) return mode;
+    // Started for a send file, the user is told so before the paper comes out.
+    if (mode && isSendFile(*mode))
+        gMsgbox(0,
+                QStringLiteral("この申請書は平成20年4月1日より前の様式です。"
+                               "この様式の書類は送信ファイルを作成できないため、用紙に印刷します。"),
+                QStringLiteral("情報"));
+    return OutputMode::Print;
+}
+
+void PrintRun::mPrintPages(frmPrintManager& manager, std::optional<OutputMode> mode, const QString& verb,
+                           bool printApplication, bool printStatements, bool applicationProblem) {
+    if (mode == OutputMode::ApplicationPdf) {
         gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請書)"));
         mPrintApplicationPdf(manager, applicationProblem);
         return;
@@ -118,7 +127,7 @@ void PrintRun::mPrintPages(frmPrintManager& manager, const QString& mode, const 
 }
 
 void PrintRun::mPrint() {
-    const QString mode = mOutputMode();
+    const std::optional<OutputMode> mode = mOutputMode();
     const QString verb = verbFor(mode);
 
     bool preview = false;
@@ -163,14 +172,14 @@ void PrintRun::mPrint() {
     mPrintPages(manager, mode, verb, printApplication, printStatements, applicationProblem);
 
     gSetHourglass(Variant(false));
-    if (mode == QStringLiteral("1")) {
+    if (mode == OutputMode::Print) {
         if (preview) manager.OpenPreview();
         else manager.PrintNoPreview();
     } else if (!verb.isEmpty()) {
         manager.PrintNoPreview();
     }
     manager.EndPrint();
-    if (mode == QStringLiteral("3") || mode == QStringLiteral("4")) manager.gPdfClose();
+    if (mode && isSendFile(*mode)) manager.gPdfClose();
     gMsgForm(1);
     if (!verb.isEmpty() && !manager.IsCancel()) noteOutputProduced();
 }

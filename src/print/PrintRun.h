@@ -4,8 +4,9 @@
 // printing stage. The two editions differ only in the hooks below.
 #pragma once
 
-#include "print/PrintEdition.h"
 #include "print/QrPages.h"
+#include "startup/FormEdition.h"
+#include "startup/OutputMode.h"
 
 #include <QList>
 #include <QString>
@@ -24,8 +25,6 @@ public:
     void PrintDocument();
 
 protected:
-    // The output mode of the run ("1" print or preview, "2"-"4" PDF).
-    virtual QString mOutputMode() = 0;
     virtual void mMakeApplicationPayloads(const QString& seed, long lastPeriod) = 0;
     virtual bool mCheckApplication() = 0;
     virtual PeriodSymbolCounts mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) = 0;
@@ -35,10 +34,10 @@ protected:
     virtual void mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) = 0;
     // What follows a period's QR pages (the current edition's side sheet).
     virtual void mPrintAfterPeriod(frmPrintManager& manager, int period) = 0;
-    // Output mode "2": the application form alone, to PDF. Only the current
-    // edition has that mode; the earlier driver always prints.
+    // The application form alone, to PDF: only an edition that offers PDF
+    // output overrides it.
     virtual void mPrintApplicationPdf(frmPrintManager&, bool) {}
-    virtual PrintEdition mEdition() const = 0;
+    virtual FormEdition mEdition() const = 0;
 
     // What the menu chose, read by the hooks.
     std::int32_t mlngAPDataCode = 0;
@@ -52,10 +51,12 @@ protected:
     QList<std::int32_t> mlngLinkCode;
 
 private:
+    // The output mode of the run: field 4, or paper for an edition without PDF.
+    std::optional<OutputMode> mOutputMode();
     void mPrint();
     bool mShowMenu(bool& preview, bool& printApplication, bool& printStatements);
     bool mImportPeriods(const QString& seed);
-    void mPrintPages(frmPrintManager& manager, const QString& mode, const QString& verb, bool printApplication,
+    void mPrintPages(frmPrintManager& manager, std::optional<OutputMode> mode, const QString& verb, bool printApplication,
                      bool printStatements, bool applicationProblem);
 
     QList<PeriodSymbolCounts> mSymbolCounts;

@@ -21,7 +21,7 @@ void mPutQRSymbol(frmPrintManager& manager, long slot, const QString& fileBase, 
 }
 
 void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, long pageTotal,
-                    PrintEdition edition) {
+                    FormEdition edition) {
     try {
         const Recordset index =
             gobjMakeRecordset(QStringLiteral("Select * From tblIndex Where IndexID= ") + QString::number(indexId));
@@ -38,7 +38,7 @@ void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, l
         manager.OutPutData(QStringLiteral("VersionNumber"),
                            QStringLiteral("( ") + gstrAppVersion() + QStringLiteral(" )") + QStringLiteral("kv"));
         // Earlier editions' pages carry no form edition label.
-        if (edition == PrintEdition::Earlier) return;
+        if (edition == FormEdition::Earlier) return;
         const QString where = QStringLiteral("FSDataCode=") + QString::number(indexId);
         const Variant enforceDate =
             gvarGetData(QStringLiteral("EnforceDate"), QStringLiteral("tmpFSInfoData"), where, Variant(QString()));
@@ -54,7 +54,7 @@ void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, l
 }
 
 void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, long periodIndex, long pageTotal,
-                 std::int32_t indexId, long& slot, long& page, bool single, PrintEdition edition) {
+                 std::int32_t indexId, long& slot, long& page, bool single, FormEdition edition) {
     try {
         for (long k = 1; k <= count; ++k) {
             ++slot;
@@ -76,7 +76,7 @@ void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, 
 }
 
 void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, const PeriodSymbolCounts& counts,
-              bool problemMark, PrintEdition edition) {
+              bool problemMark, FormEdition edition) {
     try {
         long symbols = 1 + counts.statements + counts.renamedItems + counts.equity + counts.noteList;
         if (counts.equity > 0) ++symbols;

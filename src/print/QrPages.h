@@ -4,7 +4,7 @@
 // missing image leaves its slot empty but numbered and captioned.
 #pragma once
 
-#include "print/PrintEdition.h"
+#include "startup/FormEdition.h"
 
 #include <QString>
 #include <cstdint>
@@ -32,15 +32,15 @@ void mPutQRSymbol(frmPrintManager& manager, long slot, const QString& fileBase, 
 
 // The QR pages of period i (its index in the run's selection).
 void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, const PeriodSymbolCounts& counts,
-              bool problemMark, PrintEdition edition = PrintEdition::Form200804);
+              bool problemMark, FormEdition edition = FormEdition::Form200804);
 
 // Places one group of symbols from the next free slot on, ending full pages
 // and heading the next. single: one symbol named base & i, without "_k".
 void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, long periodIndex, long pageTotal,
-                 std::int32_t indexId, long& slot, long& page, bool single, PrintEdition edition = PrintEdition::Form200804);
+                 std::int32_t indexId, long& slot, long& page, bool single, FormEdition edition = FormEdition::Form200804);
 
 // The header of a QR page.
 void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, long pageTotal,
-                    PrintEdition edition = PrintEdition::Form200804);
+                    FormEdition edition = FormEdition::Form200804);
 
 }  // namespace kelvary

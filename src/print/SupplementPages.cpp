@@ -51,8 +51,8 @@ QString mstrLicenceNumberText(const Variant& prefCode, const Variant& classCode,
 }
 
 void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const SupplementChoices& choices) {
-    const bool earlier = choices.edition == PrintEdition::Earlier;
-    manager.SetPrintFile(earlier ? QStringLiteral("SubDoc.w30") : QStringLiteral("SubDoc_200804.w30"));
+    const bool earlier = choices.edition == FormEdition::Earlier;
+    manager.SetPrintFile(supplementLayoutFile(choices.edition));
     const Recordset record =
         gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where APDataCode=") + QString::number(apDataCode));
     if (!record.isNothing() && !record.eof()) {

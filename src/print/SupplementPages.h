@@ -4,7 +4,7 @@
 // QR symbols.
 #pragma once
 
-#include "print/PrintEdition.h"
+#include "startup/FormEdition.h"
 
 #include <QString>
 #include <cstdint>
@@ -20,7 +20,7 @@ struct SupplementChoices {
     long courseNumber = 0;    // 1 regular, 3 express; other values mark none
     bool sendResult = false;  // the result notice goes to the agent
     // Earlier editions use their own layout, with the course as its number.
-    PrintEdition edition = PrintEdition::Form200804;
+    FormEdition edition = FormEdition::Form200804;
 };
 
 // Fills "SubDoc_200804.w30" and ends its page; printed even when the

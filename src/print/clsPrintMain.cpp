@@ -11,19 +11,6 @@
 
 namespace kelvary {
 
-// The earlier editions have no send file and no PDF form: they always print.
-// Started for a send file, the user is told so before the paper comes out.
-QString clsPrintMain::mOutputMode() {
-    QString fields[4];
-    gCommandGet(fields[0], fields[1], fields[2], fields[3]);
-    if (fields[3] == QLatin1String("3") || fields[3] == QLatin1String("4"))
-        gMsgbox(0,
-                QStringLiteral("この申請書は平成20年4月1日より前の様式です。"
-                               "この様式の書類は送信ファイルを作成できないため、用紙に印刷します。"),
-                QStringLiteral("情報"));
-    return QStringLiteral("1");
-}
-
 void clsPrintMain::mMakeApplicationPayloads(const QString& seed, long /*lastPeriod: no header payload*/) {
     clsQRCode qr;
     qr.setVerifyID(seed);
@@ -33,7 +20,7 @@ void clsPrintMain::mMakeApplicationPayloads(const QString& seed, long /*lastPeri
 }
 
 bool clsPrintMain::mCheckApplication() {
-    return mblnVaridateAPData(ApplicationEdition::Earlier, mlngAPDataCode, true, true, mstrReportText);
+    return mblnVaridateAPData(FormEdition::Earlier, mlngAPDataCode, true, true, mstrReportText);
 }
 
 PeriodSymbolCounts clsPrintMain::mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) {
@@ -60,10 +47,10 @@ bool clsPrintMain::mAskToContinue(const QString& verb) {
 
 void clsPrintMain::mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) {
     gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請に関する補足書類)"));
-    mPrintSubDoc(manager, mlngAPDataCode, SupplementChoices{mlngCourseNumber, mblnSendResult, PrintEdition::Earlier},
+    mPrintSubDoc(manager, mlngAPDataCode, SupplementChoices{mlngCourseNumber, mblnSendResult, FormEdition::Earlier},
                  applicationProblem);
     gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請書)"));
-    mPrintAP(manager, mlngAPDataCode, mblnProxy, applicationProblem, PrintEdition::Earlier);
+    mPrintAP(manager, mlngAPDataCode, mblnProxy, applicationProblem, FormEdition::Earlier);
 }
 
 }  // namespace kelvary

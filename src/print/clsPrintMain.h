@@ -9,7 +9,6 @@ namespace kelvary {
 
 class clsPrintMain : public PrintRun {
 protected:
-    QString mOutputMode() override;
     void mMakeApplicationPayloads(const QString& seed, long lastPeriod) override;
     bool mCheckApplication() override;
     PeriodSymbolCounts mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) override;
@@ -17,7 +16,7 @@ protected:
     bool mAskToContinue(const QString& verb) override;
     void mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) override;
     void mPrintAfterPeriod(frmPrintManager&, int) override {}
-    PrintEdition mEdition() const override { return PrintEdition::Earlier; }
+    FormEdition mEdition() const override { return FormEdition::Earlier; }
 };
 
 }  // namespace kelvary

@@ -12,12 +12,6 @@
 
 namespace kelvary {
 
-QString clsPrintMain_200804::mOutputMode() {
-    QString fields[4];
-    gCommandGet(fields[0], fields[1], fields[2], fields[3]);
-    return fields[3];
-}
-
 void clsPrintMain_200804::mMakeApplicationPayloads(const QString& seed, long lastPeriod) {
     clsQRCode_200804 qr;
     qr.setVerifyID(seed);
@@ -31,7 +25,7 @@ void clsPrintMain_200804::mMakeApplicationPayloads(const QString& seed, long las
 }
 
 bool clsPrintMain_200804::mCheckApplication() {
-    return mblnVaridateAPData(ApplicationEdition::Form200804, mlngAPDataCode, true, true, mstrReportText);
+    return mblnVaridateAPData(FormEdition::Form200804, mlngAPDataCode, true, true, mstrReportText);
 }
 
 PeriodSymbolCounts clsPrintMain_200804::mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) {

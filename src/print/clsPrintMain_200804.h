@@ -9,7 +9,6 @@ namespace kelvary {
 
 class clsPrintMain_200804 : public PrintRun {
 protected:
-    QString mOutputMode() override;
     void mMakeApplicationPayloads(const QString& seed, long lastPeriod) override;
     bool mCheckApplication() override;
     PeriodSymbolCounts mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) override;
@@ -18,7 +17,7 @@ protected:
     void mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) override;
     void mPrintAfterPeriod(frmPrintManager& manager, int period) override;
     void mPrintApplicationPdf(frmPrintManager& manager, bool applicationProblem) override;
-    PrintEdition mEdition() const override { return PrintEdition::Form200804; }
+    FormEdition mEdition() const override { return FormEdition::Form200804; }
 
 private:
     // The sibling-database key of the period whose pages are being printed.

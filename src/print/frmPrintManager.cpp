@@ -72,21 +72,20 @@ QString fieldNameWithSuffix(const QString& name, long suffix) {
 frmPrintManager::frmPrintManager() = default;
 frmPrintManager::~frmPrintManager() = default;
 
-bool frmPrintManager::mPdfMode() const {
-    const QString& mode = mstrOutputMode;
-    return mode == QLatin1String("2") || mode == QLatin1String("3") || mode == QLatin1String("4");
-}
+bool frmPrintManager::mPdfMode() const { return mOutputMode && writesPdf(*mOutputMode); }
 
 void frmPrintManager::Init() {
-    QString fields[4];
-    gCommandGet(fields[0], fields[1], fields[2], fields[3]);
-    Init(fields[3]);
+    QString fields[3];
+    std::optional<OutputMode> mode;
+    gCommandGet(fields[0], fields[1], fields[2], mode);
+    Init(mode);
 }
 
-void frmPrintManager::Init(const QString& outputMode) {
+void frmPrintManager::Init(std::optional<OutputMode> outputMode) {
     try {
-        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
-        mstrOutputMode = outputMode;
+        std::optional<OutputMode> commandMode;
+        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], commandMode);
+        mOutputMode = outputMode;
         mblnOutputFailed = false;
         mPages.clear();
         mPdf.reset();

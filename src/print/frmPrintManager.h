@@ -2,13 +2,14 @@
 // their pages on. Page builders open a layout, write fields by page, name,
 // suffix and group, and end the page; the manager hands every ended page to
 // the sink the output mode chose at Init — the collected pages of the preview
-// and printer (mode "1") or a PDF file (modes "2", "3", "4").
+// and printer, or a PDF file.
 #pragma once
 
 #include "platform/LayoutDocument.h"
 #include "platform/LayoutRenderer.h"
 #include "platform/PageOutput.h"
 #include "platform/Variant.h"
+#include "startup/OutputMode.h"
 
 #include <QString>
 
@@ -30,7 +31,7 @@ public:
     void Init();
     // As Init, with the output mode the driver decided (the earlier edition
     // always prints, whatever the command line says).
-    void Init(const QString& outputMode);
+    void Init(std::optional<OutputMode> outputMode);
     void setVerifyID(const QString& seed) { mstrVerifyID = seed; }
 
     void SetPrintFile(const QString& layoutName);
@@ -74,9 +75,9 @@ private:
     std::vector<RecordedPage> mPages;
     std::unique_ptr<PdfFileWriter> mPdf;
     std::unique_ptr<frmPrintPreview> mPreview;
-    QString mstrCommand[4];
+    QString mstrCommand[3];
     // The output mode decided at Init; the earlier driver always prints.
-    QString mstrOutputMode;
+    std::optional<OutputMode> mOutputMode;
     // The PDF itself failed (not made, a page not added, not saved): the
     // file is not written.
     bool mblnOutputFailed = false;

@@ -82,8 +82,8 @@ Variant flagNumber(bool flag) { return Variant(flag ? -1 : 0); }
 
 }  // namespace
 
-QrGenerator::QrGenerator(const FormEdition& edition)
-    : medition(edition), mfrmQRCode(std::make_unique<frmQRCode>()) {}
+QrGenerator::QrGenerator(FormEdition edition)
+    : mrecords(headerRecords(edition)), mfrmQRCode(std::make_unique<frmQRCode>()) {}
 QrGenerator::~QrGenerator() = default;
 
 void QrGenerator::MakeHeader(long lngFSCount) { mMakeQRCodeApplyHeader(lngFSCount); }
@@ -128,8 +128,8 @@ void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
             flagNumber(mblnSendResult),   // 7
         };
         QString payload;
-        mAddHeaderLine(payload, name, medition.applyHeaderRecords, 2, false);
-        for (long i = 0; i < medition.applyHeaderRecords; ++i)
+        mAddHeaderLine(payload, name, mrecords.applyHeader, 2, false);
+        for (long i = 0; i < mrecords.applyHeader; ++i)
             mAddDataLine(payload, i + 1, {records.at(static_cast<size_t>(i))});
         mfrmQRCode->MakeQRCode(mstrGetImageFile(name), payload);
     } catch (...) {
@@ -163,7 +163,7 @@ void QrGenerator::mMakeQRCodeAPData(std::int32_t lngAPDataCode) {
     build(QStringLiteral("ApplyDoc1"), kApplyDoc1Columns);
     if (!trap.ended())
         build(QStringLiteral("ApplyDoc2"),
-              std::span(kApplyDoc2Columns).first(static_cast<size_t>(medition.applyDoc2Records)));
+              std::span(kApplyDoc2Columns).first(static_cast<size_t>(mrecords.applyDoc2)));
 }
 
 void QrGenerator::mMakeQRCodeFSHeader() {
@@ -176,7 +176,7 @@ void QrGenerator::mMakeQRCodeFSHeader() {
     if (trap.ended()) return;
     const QString name = QStringLiteral("ZaimuHeader") + QString::number(mlngPage);
     QString payload;
-    mAddHeaderLine(payload, name, medition.periodHeaderRecords, 2, false);
+    mAddHeaderLine(payload, name, mrecords.periodHeader, 2, false);
     const auto field = [&](const char* column) { return rs[QString::fromLatin1(column)]; };
     const auto longValue = [](long value) { return Variant::fromLong(static_cast<std::int32_t>(value)); };
     const QString dateForm = QStringLiteral("yyyy/mm/dd");
@@ -202,7 +202,7 @@ void QrGenerator::mMakeQRCodeFSHeader() {
         [&] { return Variant(0); },
         [&] { return field("TaxFreeFlag"); },
         [&] {
-            const Variant date = medition.enforceDateFromEditionCode
+            const Variant date = mrecords.enforceDateFromEditionCode
                                      ? gvarCalcEnforceDate(field("EnforceDate"), field("EnforceDatesub"))
                                      : field("EnforceDate");
             return Variant(vbFormat(date, dateForm));
@@ -217,7 +217,7 @@ void QrGenerator::mMakeQRCodeFSHeader() {
         [&] { return field("EnforceDate"); },
         [&] { return field("EnforceDatesub"); },
     };
-    const auto recordCount = std::min(records.size(), static_cast<size_t>(medition.periodHeaderRecords));
+    const auto recordCount = std::min(records.size(), static_cast<size_t>(mrecords.periodHeader));
     for (size_t i = 0; i < recordCount && !trap.ended(); ++i)
         trap.run([&] { mAddDataLine(payload, static_cast<long long>(i + 1), {records[i]()}); });
     if (trap.ended()) return;

@@ -2,8 +2,9 @@
 // payloads are the current edition's cut short: its application header ends
 // before the agent flags, its second application symbol before the last two
 // columns, its period header before the two stored edition fields, and its
-// period header takes the enforcement date as stored. A FormEdition says
-// where each is cut; clsQRCode_200804 and clsQRCode only choose one.
+// period header takes the enforcement date as stored. The edition's header
+// records say where each is cut; clsQRCode_200804 and clsQRCode only choose
+// the edition.
 #pragma once
 
 #include <QString>
@@ -11,24 +12,13 @@
 #include <memory>
 
 #include "qr/frmQRCode.h"
+#include "startup/FormEdition.h"
 
 namespace kelvary::qr {
 
-struct FormEdition {
-    long applyHeaderRecords;   // 7 with the agent flags, 5 without
-    long applyDoc2Records;     // ApplyDoc2 records, numbered on from 8
-    long periodHeaderRecords;  // ZaimuHeader records
-    // Record 20 of the period header: the date the edition code stands for,
-    // or the stored EnforceDate.
-    bool enforceDateFromEditionCode;
-};
-
-inline constexpr FormEdition kEdition200804{7, 44, 26, true};
-inline constexpr FormEdition kEditionEarlier{5, 42, 24, false};
-
 class QrGenerator {
 public:
-    explicit QrGenerator(const FormEdition& edition);
+    explicit QrGenerator(FormEdition edition);
     ~QrGenerator();
     QrGenerator(const QrGenerator&) = delete;
     QrGenerator& operator=(const QrGenerator&) = delete;
@@ -58,7 +48,7 @@ private:
     void mAddHeaderLine(QString& strData, const QString& strName, long lngCount, long lngColumns,
                         bool blnInFront) const;
 
-    FormEdition medition;
+    HeaderRecords mrecords;
     std::unique_ptr<frmQRCode> mfrmQRCode;
     QString mstrVerifyID;
     long mlngCourseNumber = 0;

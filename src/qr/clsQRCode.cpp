@@ -3,6 +3,6 @@
 
 namespace kelvary {
 
-clsQRCode::clsQRCode() : QrGenerator(qr::kEditionEarlier) {}
+clsQRCode::clsQRCode() : QrGenerator(FormEdition::Earlier) {}
 
 }  // namespace kelvary

@@ -3,6 +3,6 @@
 
 namespace kelvary {
 
-clsQRCode_200804::clsQRCode_200804() : QrGenerator(qr::kEdition200804) {}
+clsQRCode_200804::clsQRCode_200804() : QrGenerator(FormEdition::Form200804) {}
 
 }  // namespace kelvary

@@ -108,7 +108,7 @@ CommandLineResult parseCommandLine(const QStringList& arguments) {
         return {std::nullopt, QStringLiteral("--home にプログラムフォルダーが指定されていません。")};
     c.pdfFile = parser.value(o.pdf);
     c.agent = parser.isSet(o.agent) ? QStringLiteral("y") : QString();
-    c.mode = parser.value(o.mode);
+    const QString modeText = parser.value(o.mode);
     if (parser.isSet(o.parentText)) c.parentText = parser.value(o.parentText);
 
     BatchOptions& b = c.batch;
@@ -134,12 +134,12 @@ CommandLineResult parseCommandLine(const QStringList& arguments) {
         (positional.isEmpty() || positional.front().trimmed().isEmpty()))
         return {std::nullopt, QStringLiteral("申請データファイルが指定されていません。使い方は --help で表示できます。")};
     if (!positional.isEmpty()) c.applicationFile = positional.front();
-    if (!QStringList{"1", "2", "3", "4"}.contains(c.mode))
-        return {std::nullopt, QStringLiteral("--mode には 1、2、3 または 4 を指定してください。")};
+    const std::optional<OutputMode> mode = outputModeFromString(modeText);
+    if (!mode) return {std::nullopt, QStringLiteral("--mode には 1、2、3 または 4 を指定してください。")};
+    c.mode = *mode;
     // Without a window nobody could be asked where the PDF goes.
-    if (b.enabled && !c.parentText && (c.mode == QLatin1String("3") || c.mode == QLatin1String("4")) &&
-        c.pdfFile.isEmpty())
-        return {std::nullopt, QStringLiteral("出力モード ") + c.mode +
+    if (b.enabled && !c.parentText && isSendFile(c.mode) && c.pdfFile.isEmpty())
+        return {std::nullopt, QStringLiteral("出力モード ") + toString(c.mode) +
                                   QStringLiteral(" では --pdf で PDF ファイルを指定してください。")};
     const QString batchError = checkBatchValues(b);
     if (!batchError.isEmpty()) return {std::nullopt, batchError};

@@ -2,6 +2,8 @@
 // over (as options, or as its one "/"-separated text) and the batch options.
 #pragma once
 
+#include "startup/OutputMode.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -26,7 +28,7 @@ struct CommandFields {
     QString applicationFile;
     QString pdfFile;
     QString agent;
-    QString mode;
+    std::optional<OutputMode> mode;  // none: the parent's text named no known mode
 };
 
 struct CommandLine {
@@ -34,7 +36,7 @@ struct CommandLine {
     QString applicationFile;  // field 1
     QString pdfFile;          // field 2
     QString agent;            // field 3 ("y" for filing by an agent)
-    QString mode = QStringLiteral("1");  // field 4
+    OutputMode mode = OutputMode::Print;  // field 4
     std::optional<QString> parentText;   // --command-line: split by gCommandGet
     BatchOptions batch;
     bool showHelp = false;

@@ -235,11 +235,11 @@ void frmPrintMenu::Form_Load() {
         gSetComboBoxData(fldCourseNumber_, listkind::Service);
         gLetDataToControl(fldCourseNumber_, Variant(static_cast<int>(kCourseRegular)), 1);
 
-        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mstrCommand[3]);
-        const QString& mode = mstrCommand[3];
-        if (mode == QStringLiteral("3")) fldCourseNumber1_->setChecked(true);
-        else if (mode == QStringLiteral("4")) fldCourseNumber3_->setChecked(true);
-        if (mode == QStringLiteral("3") || mode == QStringLiteral("4")) enterSendFileMode();
+        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], mOutputMode);
+        if (mOutputMode && isSendFile(*mOutputMode)) {
+            (sendFileCourse(*mOutputMode) == 1 ? fldCourseNumber1_ : fldCourseNumber3_)->setChecked(true);
+            enterSendFileMode();
+        }
 
         if (gblnRepresentation && glngSinseiType == 1) {
             fldProxy_->setChecked(true);

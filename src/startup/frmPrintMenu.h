@@ -1,7 +1,7 @@
 // frmPrintMenu: the one dialog in which the user decides what a run prints:
 // the review course, the fiscal periods whose statements go with the
 // application, the two document groups, the agent options and the preview.
-// Output modes "3" and "4" turn it into the send-file dialog, which writes
+// The send-file output modes turn it into the send-file dialog, which writes
 // files instead of paper. The print driver shows it modally, reads its
 // controls after it closes, asks IsCancel and disposes of it; the chosen
 // periods are not read from it but stored in tblIndex.PrintFlag on confirm.
@@ -97,9 +97,10 @@ private:
 
     bool mblnCancel = false;
     bool loaded_ = false;
-    // The four command-line fields as gCommandGet gives them; the output
-    // mode (field 4) decides between the print and the send-file dialog.
-    QString mstrCommand[4];
+    // The command-line fields as gCommandGet gives them; the output mode
+    // (field 4) decides between the print and the send-file dialog.
+    QString mstrCommand[3];
+    std::optional<OutputMode> mOutputMode;
 };
 
 }  // namespace kelvary

@@ -125,7 +125,7 @@ QString gstrAppVersion() {
         .arg(build::VersionPatch);
 }
 
-void gCommandGet(QString& field1, QString& field2, QString& field3, QString& field4) {
+void gCommandGet(QString& field1, QString& field2, QString& field3, std::optional<OutputMode>& mode) {
     try {
         if (app::commandLine().isEmpty()) {
             // Started with options rather than the parent's one text.
@@ -133,7 +133,7 @@ void gCommandGet(QString& field1, QString& field2, QString& field3, QString& fie
             field1 = options.applicationFile;
             field2 = options.pdfFile;
             field3 = options.agent;
-            field4 = options.mode;
+            mode = options.mode;
             return;
         }
         const QString text = vbStrConv(app::commandLine().trimmed(), vbLowerCase + vbNarrow);
@@ -142,12 +142,13 @@ void gCommandGet(QString& field1, QString& field2, QString& field3, QString& fie
             return;
         }
         const QStringList parts = text.split(QLatin1Char('/'));
-        QString* fields[] = {&field1, &field2, &field3, &field4};
+        QString* fields[] = {&field1, &field2, &field3};
         for (int i = 0; i < 4; ++i) {
             // VB's array bound check: fewer than four fields after the first
             // "/" is an error, and the fields not yet filled stay empty.
             if (i + 1 >= parts.size()) throw VbError::standard(vberr::SubscriptOutOfRange);
-            *fields[i] = parts[i + 1];
+            if (i < 3) *fields[i] = parts[i + 1];
+            else mode = outputModeFromString(parts[i + 1]);
         }
     } catch (...) {
         ShowErrMsg(QStringLiteral("gCommandGet"), 1);

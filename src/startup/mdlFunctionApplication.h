@@ -4,8 +4,11 @@
 #pragma once
 
 #include "platform/Variant.h"
+#include "startup/OutputMode.h"
 
 #include <QString>
+
+#include <optional>
 
 namespace kelvary {
 
@@ -20,8 +23,10 @@ QString gstrMakeProxyString();
 QString gstrAppVersion();
 
 // The four command-line fields: the parent program's one text split at "/",
-// or, when the program was started with options, the option fields.
-void gCommandGet(QString& field1, QString& field2, QString& field3, QString& field4);
+// or, when the program was started with options, the option fields. Field 4
+// is given as its output mode; none when the text names no mode this
+// program knows.
+void gCommandGet(QString& field1, QString& field2, QString& field3, std::optional<OutputMode>& mode);
 
 // Releases the connection and unloads every window; skipQuestion is always set.
 void gQuitApplication(bool skipQuestion);

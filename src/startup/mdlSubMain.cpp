@@ -11,6 +11,7 @@
 #include "platform/VbError.h"
 #include "print/clsPrintMain.h"
 #include "print/clsPrintMain_200804.h"
+#include "startup/FormEdition.h"
 #include "startup/SettingsFileCheck.h"
 #include "startup/UserInterface.h"
 #include "startup/frmMDIForm.h"
@@ -61,12 +62,6 @@ void requireEmptyWorkingTables() {
     }
 }
 
-// The 2008-04-01 edition goes to the current driver; every other date,
-// the 2004-03-01 default of a file without an edition included, to the earlier one.
-bool isCurrentEdition(const Variant& enforceDate) {
-    return enforceDate.isDateValue() && enforceDate.toDate() == VbDate{QDate(2008, 4, 1), 0};
-}
-
 }  // namespace
 
 void Main() {
@@ -111,7 +106,8 @@ void Main() {
         step([&] { gQuitApplication(true); });
         return;
     }
-    QString applicationFile, pdfFile, agent, mode;
+    QString applicationFile, pdfFile, agent;
+    std::optional<OutputMode> mode;
     step([&] { gCommandGet(applicationFile, pdfFile, agent, mode); });
     for (const char* table : kWorkingTables) {
         if (gblnQuitRequested()) break;
@@ -148,7 +144,7 @@ void Main() {
     });
     if (!gblnQuitRequested())
         step([&] {
-            if (isCurrentEdition(enforceDate)) {
+            if (formEditionFromEnforceDate(enforceDate) == FormEdition::Form200804) {
                 clsPrintMain_200804 driver;
                 driver.setAPDataCode(apDataCode);
                 driver.setMainDataCode(mainDataCode);

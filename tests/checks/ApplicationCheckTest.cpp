@@ -14,13 +14,13 @@ namespace {
 using test::CheckHome;
 using test::runApplicationCheck;
 
-QString check(ApplicationEdition edition = ApplicationEdition::Form200804) {
+QString check(FormEdition edition = FormEdition::Form200804) {
     return runApplicationCheck(edition).message;
 }
 
 TEST(ApplicationCheckTest, ValidRecordAndMissingRecordYieldNothing) {
     CheckHome home;
-    for (ApplicationEdition edition : {ApplicationEdition::Form200804, ApplicationEdition::Earlier}) {
+    for (FormEdition edition : {FormEdition::Form200804, FormEdition::Earlier}) {
         const test::CheckResult valid = runApplicationCheck(edition);
         EXPECT_EQ(valid.message, QString());
         EXPECT_FALSE(valid.errorFlag);
@@ -106,7 +106,7 @@ TEST(ApplicationCheckTest, AllBlankTextsInRuleOrder) {
         "ApplierColumnAddress=' ', ApplierColumnName='', ApplierColumnPresident=NULL, LcnsNum1A='', LcnsNum1B=' ', "
         "Distinction=0, LastApl=0, FType=0, TRNameKana='', TRName=' ', PSNameKana='　', PSName=NULL, "
         "OfficeAddr='', OfficeCityCode=' ', OfficeZipCode='', OfficeTel=''"));
-    const test::CheckResult result = runApplicationCheck(ApplicationEdition::Form200804);
+    const test::CheckResult result = runApplicationCheck(FormEdition::Form200804);
     EXPECT_TRUE(result.errorFlag);
     // The full-width space an input method types is a blank like the
     // half-width one; the blank TRName is longer than its trimmed form.

@@ -43,7 +43,7 @@ struct CheckResult {
     QString message;
 };
 
-inline CheckResult runApplicationCheck(ApplicationEdition edition, std::int32_t code = 1) {
+inline CheckResult runApplicationCheck(FormEdition edition, std::int32_t code = 1) {
     ApplicationChecker checker(edition);
     checker.setAPDataCode(code);
     checker.setFSDataCheck(true);

@@ -21,7 +21,7 @@ TEST(ProblemReportTest, ProblemsGoToTheListUnderTheHeader) {
     home.set(QStringLiteral("OfficeTel=NULL, LcnsNum1A='123'"));
     QString report;
     // Quiet does not hide problems.
-    EXPECT_FALSE(mblnVaridateAPData(ApplicationEdition::Form200804, 1, true, true, report));
+    EXPECT_FALSE(mblnVaridateAPData(FormEdition::Form200804, 1, true, true, report));
     EXPECT_EQ(report, QStringLiteral("■申請書の「申請時の許可番号の許可番号（左側２桁）」が２桁を超えています\r\n\r\n"
                                      "■申請書の「主たる営業所の所在地の電話番号」が未入力（又は未設定）です\r\n\r\n"));
     ASSERT_EQ(home.ui().messages.size(), 1);
@@ -50,7 +50,7 @@ TEST(ProblemReportTest, FailedCheckIsReportedAsAProblem) {
     // The run opens its connection on the outdated database.
     gobjConnection = gobjOpenConnection();
     QString report;
-    EXPECT_FALSE(mblnVaridateAPData(ApplicationEdition::Form200804, 1, true, true, report));
+    EXPECT_FALSE(mblnVaridateAPData(FormEdition::Form200804, 1, true, true, report));
     EXPECT_EQ(report, QStringLiteral("■プログラムのエラーが発生しました。(場所:mCheckAPData)\r\n"
                                      "　データファイルが更新されていない可能性があります。ノルデバンを実行してください。\r\n\r\n"));
     EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mCheckAPData")});
@@ -66,7 +66,7 @@ TEST(ProblemReportTest, SampleApplicationPassesEveryRule) {
     const QStringList codes = home.rows("SELECT APDataCode FROM tmpAPData");
     ASSERT_EQ(codes.size(), 1);
     QString report;
-    EXPECT_TRUE(mblnVaridateAPData(ApplicationEdition::Form200804, codes[0].toInt(), true, true, report));
+    EXPECT_TRUE(mblnVaridateAPData(FormEdition::Form200804, codes[0].toInt(), true, true, report));
     EXPECT_EQ(report, QString());
     EXPECT_TRUE(home.ui().messages.isEmpty());
 }

@@ -129,7 +129,7 @@ TEST_F(ApplicationForm, PdfTitleColumnFollowsTheAddressLines) {
 }
 
 TEST_F(ApplicationForm, PdfModeTwoWritesTheOnePageFormWithTheAgentText) {
-    frmPrintManager& pm = manager(QStringLiteral("form.pdf"), QStringLiteral("y"), QStringLiteral("2"));
+    frmPrintManager& pm = manager(QStringLiteral("form.pdf"), QStringLiteral("y"), OutputMode::ApplicationPdf);
     mPdfPrintAP(pm, 1, true);
     // The builder closes the file itself.
     const QString file = pdf(QStringLiteral("form.pdf"));

@@ -40,11 +40,11 @@ protected:
         setBatchOptions(BatchOptions{});
     }
 
-    // A print manager for output mode "1" (pages collected) or, with a PDF
-    // file name, for mode "3" (pages written to that file in the folder).
+    // A print manager that collects its pages (paper) or, with a PDF file
+    // name, writes them to that file in the folder (course 1's send file).
     frmPrintManager& manager(const QString& pdfName = QString(), const QString& agent = QString(),
-                             const QString& mode = QString()) {
-        const QString m = !mode.isEmpty() ? mode : pdfName.isEmpty() ? QStringLiteral("1") : QStringLiteral("3");
+                             std::optional<OutputMode> mode = std::nullopt) {
+        const OutputMode m = mode ? *mode : pdfName.isEmpty() ? OutputMode::Print : OutputMode::SendFileCourse1;
         setOptionFields(
             CommandFields{QStringLiteral("app.dat"), pdfName.isEmpty() ? QString() : pdf(pdfName), agent, m});
         manager_ = std::make_unique<frmPrintManager>();

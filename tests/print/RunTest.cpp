@@ -131,6 +131,18 @@ TEST_F(SampleRun, ParentProgramsOneTextGivesTheFields) {
     EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpAPData"), QStringList{"1"});
 }
 
+// A field 4 the program does not know starts no menu and no output: the run
+// ends quietly without a PDF, and nothing is reported as an error.
+TEST_F(SampleRun, ParentProgramsUnknownModeProducesNothing) {
+    const ProcessResult r = runKelvary({"--batch", "--home", home.path(), "--periods", "all", "--command-line",
+                                        "/app.dat/out.pdf/n/5"},
+                                       60000, home.file("sample"));
+    EXPECT_EQ(r.exitCode, 1) << r.standardError.toStdString();
+    EXPECT_FALSE(QFile::exists(home.file("sample/out.pdf")));
+    EXPECT_FALSE(r.standardError.contains(QStringLiteral("=== report "))) << r.standardError.toStdString();
+    EXPECT_EQ(column(db(), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"0"});
+}
+
 TEST_F(SampleRun, SecondInstanceIsRefusedWithoutTouchingTheDatabase) {
     QLockFile running(home.file("kelvary.lock"));
     ASSERT_TRUE(running.tryLock(0));

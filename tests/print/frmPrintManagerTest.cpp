@@ -47,7 +47,7 @@ TEST(PrintManager, AFailedRunLeavesTheEarlierPdfInPlace) {
     const QString pdf = home.file(QStringLiteral("earlier.pdf"));
     test::writeFile(pdf, "earlier");
     {
-        setOptionFields(CommandFields{QStringLiteral("app.dat"), pdf, QString(), QStringLiteral("3")});
+        setOptionFields(CommandFields{QStringLiteral("app.dat"), pdf, QString(), OutputMode::SendFileCourse1});
         frmPrintManager failing;
         failing.Init();
         failing.SetPrintFile(QStringLiteral("Probe.w30"));
@@ -69,7 +69,7 @@ TEST(PrintManager, PreviewOpensOnAWholePageWithItsNumberAndZoomInSight) {
     app::setPath(home.path());
     ASSERT_TRUE(QDir().mkpath(home.file(QStringLiteral("PrintFile"))));
     test::writeFile(home.file(QStringLiteral("PrintFile/Probe.w30")), kProbe);
-    setOptionFields(CommandFields{QStringLiteral("app.dat"), QString(), QString(), QStringLiteral("1")});
+    setOptionFields(CommandFields{QStringLiteral("app.dat"), QString(), QString(), OutputMode::Print});
     frmMDIForm main;  // 800 x 600, the size the preview used to copy
     main.show();
 

@@ -1,6 +1,7 @@
 // Value helpers and application routines: the small routines every payload
 // and printed form leans on.
 #include "platform/AppObject.h"
+#include "startup/FormEdition.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
 #include "support/RecordingUi.h"
@@ -79,4 +80,26 @@ TEST(ListControls, TextAndCheckKinds) {
     EXPECT_FALSE(box.isChecked());
     gLetDataToControl(&box, Variant(-1), 3);
     EXPECT_TRUE(box.isChecked());
+}
+
+// Only the date 2008-04-01 itself, held as a date, is the current edition;
+// the same day as text or with a time, and every other date, are earlier.
+TEST(FormEdition, ReadFromTheEnforceDate) {
+    EXPECT_EQ(formEditionFromEnforceDate(Variant(QDate(2008, 4, 1))), FormEdition::Form200804);
+    for (const Variant& other : {Variant(QDate(2004, 3, 1)), Variant(QDate(2008, 3, 31)), Variant(QDate(2010, 4, 1)),
+                                 Variant(VbDate{QDate(2008, 4, 1), 1}), Variant(QStringLiteral("2008/04/01")),
+                                 Variant::null(), Variant()})
+        EXPECT_EQ(formEditionFromEnforceDate(other), FormEdition::Earlier) << other.text().toStdString();
+}
+
+// Each edition names layouts the program folder holds, and not the other's.
+TEST(FormEdition, LayoutsAreTheProgramFoldersOwn) {
+    const QString folder = test::templateDir() + QStringLiteral("/PrintFile/");
+    for (FormEdition edition : {FormEdition::Form200804, FormEdition::Earlier})
+        for (const QString& layout : {applicationLayoutFile(edition), supplementLayoutFile(edition)})
+            EXPECT_TRUE(QFile::exists(folder + layout)) << layout.toStdString();
+    EXPECT_NE(applicationLayoutFile(FormEdition::Form200804), applicationLayoutFile(FormEdition::Earlier));
+    EXPECT_NE(supplementLayoutFile(FormEdition::Form200804), supplementLayoutFile(FormEdition::Earlier));
+    EXPECT_TRUE(offersPdf(FormEdition::Form200804));
+    EXPECT_FALSE(offersPdf(FormEdition::Earlier));
 }

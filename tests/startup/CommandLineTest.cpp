@@ -19,7 +19,8 @@ CommandLineResult parse(QStringList args) {
 }
 
 struct Fields {
-    QString f1, f2, f3, f4;
+    QString f1, f2, f3;
+    std::optional<OutputMode> f4;
 };
 Fields split(const QString& text, Fields start = {}) {
     app::setCommandLine(text);
@@ -32,7 +33,7 @@ Fields split(const QString& text, Fields start = {}) {
 TEST(ParseCommandLine, DefaultsAndBatchOptions) {
     const auto r = parse({"--batch", "--periods", "1,3", "--course", "3", "--yes", "a.dat"});
     ASSERT_TRUE(r.commandLine);
-    EXPECT_EQ(r.commandLine->mode, QStringLiteral("1"));
+    EXPECT_EQ(r.commandLine->mode, OutputMode::Print);
     EXPECT_TRUE(r.commandLine->batch.enabled);
     EXPECT_EQ(r.commandLine->batch.periods, QStringLiteral("1,3"));
     EXPECT_EQ(r.commandLine->batch.course, QStringLiteral("3"));
@@ -80,10 +81,10 @@ TEST(refuseCommandLine, DesktopSessionShowsTheSentenceInABox) {
 }
 
 TEST(gCommandGet, WholeTextWithoutSlashIsFieldOne) {
-    const Fields f = split(QStringLiteral("  Ｃ:Ｄａｔａ\\ＡＰＰ.dat  "), {"", "keep2", "keep3", "keep4"});
+    const Fields f = split(QStringLiteral("  Ｃ:Ｄａｔａ\\ＡＰＰ.dat  "), {"", "keep2", "keep3", OutputMode::SendFileCourse3});
     EXPECT_EQ(f.f1, QStringLiteral("c:data\\app.dat"));
     EXPECT_EQ(f.f2, QStringLiteral("keep2"));
-    EXPECT_EQ(f.f4, QStringLiteral("keep4"));
+    EXPECT_EQ(f.f4, OutputMode::SendFileCourse3);
 }
 
 TEST(gCommandGet, TooFewFieldsIsReportedInModeOne) {
@@ -93,10 +94,57 @@ TEST(gCommandGet, TooFewFieldsIsReportedInModeOne) {
     EXPECT_EQ(f.f1, QStringLiteral("a.dat"));
     EXPECT_EQ(f.f2, QStringLiteral("b.pdf"));
     EXPECT_EQ(f.f3, QString());
-    EXPECT_EQ(f.f4, QString());
+    EXPECT_EQ(f.f4, std::nullopt);
     ASSERT_EQ(ui->messages.size(), 1);
     EXPECT_TRUE(ui->messages[0].request.text.contains(QStringLiteral("場所： gCommandGet\r\n")));
     EXPECT_TRUE(ui->messages[0].request.text.endsWith(QStringLiteral("処理を中断します。")));
+}
+
+// Field 4 of the parent's text is read as it is typed: narrowed, then only
+// the four digits are modes; anything else runs as no mode at all.
+TEST(gCommandGet, FieldFourIsReadAsAnOutputMode) {
+    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf//３")).f4, OutputMode::SendFileCourse1);
+    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf/y/2/more")).f4, OutputMode::ApplicationPdf);
+    const Fields four = split(QStringLiteral("/A.DAT/B.PDF//4"));
+    EXPECT_EQ(four.f1, QStringLiteral("a.dat"));
+    EXPECT_EQ(four.f4, OutputMode::SendFileCourse3);
+    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf//5")).f4, std::nullopt);
+    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf//")).f4, std::nullopt);
+    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf//1 1")).f4, std::nullopt);
+}
+
+TEST(OutputMode, OnlyTheFourDigitsAreModes) {
+    EXPECT_EQ(outputModeFromString(u"1"), OutputMode::Print);
+    EXPECT_EQ(outputModeFromString(u"2"), OutputMode::ApplicationPdf);
+    EXPECT_EQ(outputModeFromString(u"3"), OutputMode::SendFileCourse1);
+    EXPECT_EQ(outputModeFromString(u"4"), OutputMode::SendFileCourse3);
+    for (const char16_t* text : {u"", u"0", u"5", u" 1", u"1 ", u"01", u"１", u"print"})
+        EXPECT_EQ(outputModeFromString(text), std::nullopt) << QString::fromUtf16(text).toStdString();
+    for (const char16_t* text : {u"1", u"2", u"3", u"4"})
+        EXPECT_EQ(toString(*outputModeFromString(text)), QString::fromUtf16(text));
+}
+
+TEST(OutputMode, WhatEachModeMeans) {
+    struct Meaning {
+        OutputMode mode;
+        bool pdf, menu, sendFile;
+        int course;
+        const char16_t* verb;
+    };
+    const Meaning meanings[] = {
+        {OutputMode::Print, false, true, false, 0, u"印刷"},
+        {OutputMode::ApplicationPdf, true, false, false, 0, u"出力"},
+        {OutputMode::SendFileCourse1, true, true, true, 1, u"出力"},
+        {OutputMode::SendFileCourse3, true, true, true, 3, u"出力"},
+    };
+    for (const Meaning& m : meanings) {
+        SCOPED_TRACE(toString(m.mode).toStdString());
+        EXPECT_EQ(writesPdf(m.mode), m.pdf);
+        EXPECT_EQ(showsMenu(m.mode), m.menu);
+        EXPECT_EQ(isSendFile(m.mode), m.sendFile);
+        EXPECT_EQ(sendFileCourse(m.mode), m.course);
+        EXPECT_EQ(outputVerb(m.mode), QString::fromUtf16(m.verb));
+    }
 }
 
 TEST(Program, LayoutProofPrintsTheFieldNames) {
