@@ -274,6 +274,7 @@ SqliteConnection::~SqliteConnection() {
 }
 
 Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& parameters) {
+    ++statementsPrepared_;
     const Statement statement = prepareStatement(db_, sql, parameters);
     sqlite3_stmt* st = statement.get();
     const int columns = sqlite3_column_count(st);
@@ -306,6 +307,7 @@ Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& para
 }
 
 long SqliteConnection::execute(const QString& sql, const QList<Variant>& parameters) {
+    ++statementsPrepared_;
     const Statement statement = prepareStatement(db_, sql, parameters);
     int stepped = SQLITE_ROW;
     while ((stepped = sqlite3_step(statement.get())) == SQLITE_ROW) {
@@ -315,6 +317,7 @@ long SqliteConnection::execute(const QString& sql, const QList<Variant>& paramet
 }
 
 PreparedStatement SqliteConnection::prepare(const QString& sql) {
+    ++statementsPrepared_;
     Statement statement = prepareStatement(db_, sql, {});
     return PreparedStatement(db_, statement.release());
 }

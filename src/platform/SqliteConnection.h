@@ -13,6 +13,7 @@
 #include <QList>
 #include <QString>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <vector>
@@ -79,6 +80,10 @@ public:
     // disk rolls a transaction back).
     void commit();
 
+    // How many statements were prepared on this connection so far: what a
+    // routine costs in statements, whatever it runs them for.
+    std::uint64_t statementsPrepared() const { return statementsPrepared_; }
+
     // Points the linked table `name` at `sourceTable` in the database `file`
     // (a Jet file is read through its SQLite copy, see JetDatabase.h).
     // The file is checked first, so a failure leaves the previous link working.
@@ -116,6 +121,7 @@ private:
     std::unique_ptr<DatabaseFileLock> fileLock_;
     std::vector<Attachment> attachments_;
     std::map<QString, Link> links_;  // by lower-case name
+    std::uint64_t statementsPrepared_ = 0;
 };
 
 }  // namespace kelvary
