@@ -89,17 +89,16 @@ std::optional<QString> numberLiteral(const Variant& value, int adoType) {
     }
 }
 
-// Format(value, "yyyy/mm/dd") of a date, a text that reads as a date, or a
-// number taken as a day serial; nothing for anything else.
-std::optional<QString> dateLiteralText(const Variant& value) {
+// The day of a date, a text that reads as a date, or a number taken as a day
+// serial; nothing for anything else.
+std::optional<QDate> dateValue(const Variant& value) {
     try {
         QDate date;
         double serial = 0;
         if (value.isDate() || value.isNumber()) date = value.toDate().date;
         else if (value.isString() && vbParseNumber(value.text(), serial)) date = Variant(serial).toDate().date;
         // VB's dates run from the year 100 to 9999.
-        if (date.isValid() && date.year() >= 100 && date.year() <= 9999)
-            return date.toString(QStringLiteral("yyyy/MM/dd"));
+        if (date.isValid() && date.year() >= 100 && date.year() <= 9999) return date;
     } catch (const VbError&) {
         // a serial beyond the calendar
     }
@@ -115,9 +114,33 @@ QString shownValue(const Variant& value) {
     return text;
 }
 
-void appendListItem(QString& list, const QString& item) {
-    if (!list.isEmpty()) list += QLatin1Char(',');
-    list += item;
+// The literal a converted value is written as: Format(date, "yyyy/mm/dd")
+// between #, texts quoted, numbers as CStr writes them.
+QString literalOf(const SqlValue& converted) {
+    const Variant& value = converted.value;
+    if (converted.numberLiteral) return value.text();
+    switch (value.type()) {
+    case VarType::Empty:
+    case VarType::Null: return QStringLiteral("null");
+    case VarType::Boolean: return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    case VarType::Date:
+        return QLatin1Char('#') + value.toDate().date.toString(QStringLiteral("yyyy/MM/dd")) + QLatin1Char('#');
+    default: {
+        QString text = value.text();
+        text.replace(QLatin1Char('\''), QLatin1String("''"));
+        return QLatin1Char('\'') + text + QLatin1Char('\'');
+    }
+    }
+}
+
+QString listOf(const QStringList& names, const QList<SqlValue>& values, bool assignments) {
+    QString list;
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (i > 0) list += QLatin1Char(',');
+        if (assignments) list += names[i] + QLatin1Char('=') + literalOf(values[i]);
+        else list += literalOf(values[i]);
+    }
+    return list;
 }
 
 }  // namespace
@@ -125,15 +148,13 @@ void appendListItem(QString& list, const QString& item) {
 void clsSqlText::SetData(const QString& field, const Variant& value, int& fieldType, int adoType) {
     try {
         if (fieldType == kFromAdoType) fieldType = fieldTypeOfAdoType(field, adoType);
-        const std::optional<QString> converted = mstrConvertValue(value, fieldType, adoType);
+        const std::optional<SqlValue> converted = mstrConvertValue(value, fieldType, adoType);
         if (!converted && refused_.isEmpty())
             refused_ = QStringLiteral("の項目「") + field + QStringLiteral("」の値「") + shownValue(value) +
                        (fieldType == kNumber ? QStringLiteral("」は数値として読めません。")
                                              : QStringLiteral("」は日付として読めません。"));
-        const QString literal = converted.value_or(QStringLiteral("null"));
-        appendListItem(setClause_, field + QLatin1Char('=') + literal);
-        appendListItem(fields_, field);
-        appendListItem(values_, literal);
+        fieldNames_.append(field);
+        values_.append(converted.value_or(SqlValue{Variant::null()}));
     } catch (...) {
         reportDbError(QStringLiteral("SetData"), 0);
     }
@@ -143,30 +164,37 @@ void clsSqlText::SetData(const QString& field, const Variant& value, int&& field
     SetData(field, value, fieldType, adoType);
 }
 
-std::optional<QString> clsSqlText::mstrConvertValue(const Variant& value, int fieldType, int adoType) const {
+std::optional<SqlValue> clsSqlText::mstrConvertValue(const Variant& value, int fieldType, int adoType) const {
+    // What an unknown field type, or a failure here, used to leave in the
+    // statement: nothing between the commas, which no database takes.
+    const SqlValue nothing{Variant(QString()), true};
     try {
         switch (fieldType) {
-        case kNumber:
-            if (holdsNoValue(value)) return QStringLiteral("null");
-            return numberLiteral(value, adoType);
+        case kNumber: {
+            if (holdsNoValue(value)) return SqlValue{Variant::null()};
+            const std::optional<QString> number = numberLiteral(value, adoType);
+            if (!number) return std::nullopt;
+            if (*number == QLatin1String("True")) return SqlValue{Variant(true)};
+            if (*number == QLatin1String("False")) return SqlValue{Variant(false)};
+            return SqlValue{Variant(*number), true};
+        }
         case kText: {
             QString text = value.text();
             // A NUL would end the statement text inside the literal.
             text.remove(QChar(u'\0'));
-            text.replace(QLatin1Char('\''), QLatin1String("''"));
-            return QLatin1Char('\'') + text + QLatin1Char('\'');
+            return SqlValue{Variant(text)};
         }
         case kDate: {
-            if (holdsNoValue(value)) return QStringLiteral("null");
-            const std::optional<QString> date = dateLiteralText(value);
+            if (holdsNoValue(value)) return SqlValue{Variant::null()};
+            const std::optional<QDate> date = dateValue(value);
             if (!date) return std::nullopt;
-            return QLatin1Char('#') + *date + QLatin1Char('#');
+            return SqlValue{Variant(*date)};
         }
-        default: return QString();
+        default: return nothing;
         }
     } catch (...) {
         reportDbError(QStringLiteral("mstrConvertValue"), 0);
-        return QString();
+        return nothing;
     }
 }
 
@@ -179,8 +207,8 @@ void clsSqlText::mRequireAllValues() const {
 QString clsSqlText::GetInsertSql() const {
     try {
         mRequireAllValues();
-        return QStringLiteral("insert into ") + table_ + QLatin1Char('(') + fields_ +
-               QStringLiteral(") values(") + values_ + QLatin1Char(')');
+        return QStringLiteral("insert into ") + table_ + QLatin1Char('(') + fieldNames_.join(QLatin1Char(',')) +
+               QStringLiteral(") values(") + listOf(fieldNames_, values_, false) + QLatin1Char(')');
     } catch (...) {
         reportDbError(QStringLiteral("GetInsertSql"), 0);
         return QString();
@@ -190,7 +218,7 @@ QString clsSqlText::GetInsertSql() const {
 QString clsSqlText::GetUpdateSql() const {
     try {
         mRequireAllValues();
-        return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + setClause_ +
+        return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + listOf(fieldNames_, values_, true) +
                QStringLiteral(" where ") + where_;
     } catch (...) {
         reportDbError(QStringLiteral("GetUpdateSql"), 0);
@@ -214,10 +242,20 @@ void clsSqlText::SetWhere(const QString& where) {
     }
 }
 
+std::optional<QList<SqlValue>> clsSqlText::GetValues() const {
+    try {
+        mRequireAllValues();
+        return values_;
+    } catch (...) {
+        reportDbError(QStringLiteral("GetValues"), 0);
+        return std::nullopt;
+    }
+}
+
 QString clsSqlText::GetNoWhereUpdateSql() const {
     try {
         mRequireAllValues();
-        return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + setClause_;
+        return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + listOf(fieldNames_, values_, true);
     } catch (...) {
         reportDbError(QStringLiteral("GetNoWhereUpdateSql"), 1);
         return QString();

@@ -4,9 +4,12 @@
 // written into another field by field. One object serves one statement.
 #pragma once
 
+#include "platform/SqliteConnection.h"
 #include "platform/Variant.h"
 
+#include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -29,19 +32,26 @@ public:
     // "update T set A=1,B='x'"
     QString GetNoWhereUpdateSql() const;
 
+    // The fields in the order they were set, and the values their literals
+    // stand for, in the same order: what a statement prepared once for many
+    // rows is run with, each stored as the literal would be. Nothing, after
+    // the refusal is reported, when a value did not convert.
+    const QStringList& GetFields() const { return fieldNames_; }
+    const QString& GetTable() const { return table_; }
+    std::optional<QList<SqlValue>> GetValues() const;
+
 private:
-    // The literal of the value by field type (a number by the ADO type of its
-    // column, when one is given); nothing when a number or a date does not
-    // convert.
-    std::optional<QString> mstrConvertValue(const Variant& value, int fieldType, int adoType) const;
+    // The value by field type (a number by the ADO type of its column, when
+    // one is given) as its literal stands for it; nothing when a number or a
+    // date does not convert.
+    std::optional<SqlValue> mstrConvertValue(const Variant& value, int fieldType, int adoType) const;
     // Raises the refusal of the first value that did not convert.
     void mRequireAllValues() const;
 
     QString table_;
     QString where_;
-    QString fields_;
-    QString values_;
-    QString setClause_;
+    QStringList fieldNames_;
+    QList<SqlValue> values_;
     // Why the statement cannot be built (the column and its value), or empty.
     QString refused_;
 };

@@ -13,6 +13,8 @@
 #include <QFileInfo>
 #include <QStringList>
 
+#include <utility>
+
 namespace kelvary {
 
 QString gstrConnectionString;
@@ -109,6 +111,47 @@ bool gblnExecuteSql(const QString& sql) {
     } catch (...) {
         reportDbError(statementPlace("gblnExecuteSql", sql), 1);
         return false;
+    }
+}
+
+clsInsertRows::~clsInsertRows() { Commit(); }
+
+bool clsInsertRows::Insert(const clsSqlText& row) {
+    const std::optional<QList<SqlValue>> values = row.GetValues();
+    if (!values) return false;  // reported with the value that caused it
+    try {
+        if (!connection_) {
+            connection_ = gobjConnection;  // kept until the transaction is closed
+            if (!connection_) throw VbError::standard(vberr::ObjectNotSet);
+            began_ = connection_->begin();
+        }
+        if (!statement_ || row.GetTable() != table_ || row.GetFields() != fields_) {
+            statement_.reset();
+            QString sql = QStringLiteral("insert into ") + row.GetTable() + QLatin1Char('(') +
+                          row.GetFields().join(QLatin1Char(',')) + QStringLiteral(") values(");
+            for (qsizetype i = 0; i < row.GetFields().size(); ++i) sql += i == 0 ? QStringLiteral("?") : QStringLiteral(",?");
+            statement_.emplace(connection_->prepare(translateJetSql(sql + QLatin1Char(')'))));
+            table_ = row.GetTable();
+            fields_ = row.GetFields();
+        }
+        statement_->run(*values);
+        return true;
+    } catch (...) {
+        // The row as a statement, so that the user sees which one it was.
+        reportDbError(statementPlace("clsInsertRows.Insert", row.GetInsertSql()), 1);
+        return false;
+    }
+}
+
+void clsInsertRows::Commit() {
+    statement_.reset();
+    const std::shared_ptr<SqliteConnection> connection = std::move(connection_);
+    connection_.reset();
+    if (!connection || !std::exchange(began_, false)) return;
+    try {
+        connection->commit();
+    } catch (...) {
+        reportDbError(QStringLiteral("clsInsertRows.Commit"), 1);
     }
 }
 

@@ -6,6 +6,7 @@
 // ShowErrMsg and then returns its empty result.
 #pragma once
 
+#include "db/clsSqlText.h"
 #include "platform/Recordset.h"
 #include "platform/SqliteConnection.h"
 #include "platform/Variant.h"
@@ -14,6 +15,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace kelvary {
 
@@ -34,6 +36,30 @@ Recordset gobjMakeRecordset(const QString& sql);
 
 // Runs one statement on gobjConnection; true on success.
 bool gblnExecuteSql(const QString& sql);
+
+// Rows written into one table through one statement on gobjConnection,
+// prepared for the fields of the first row (and again only when a row brings
+// others), all in one transaction that Commit or the end of the object
+// closes. A row that clsSqlText refused or the database did not take is
+// reported and left out; the others are written.
+class clsInsertRows {
+public:
+    clsInsertRows() = default;
+    ~clsInsertRows();
+    clsInsertRows(const clsInsertRows&) = delete;
+    clsInsertRows& operator=(const clsInsertRows&) = delete;
+
+    // True when the row was written.
+    bool Insert(const clsSqlText& row);
+    void Commit();
+
+private:
+    std::shared_ptr<SqliteConnection> connection_;
+    std::optional<PreparedStatement> statement_;
+    QString table_;
+    QStringList fields_;
+    bool began_ = false;
+};
 
 // The field's value in the first row of table (where the condition holds);
 // defaultValue when there is no row, Null when the row holds Null.

@@ -16,7 +16,9 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
+#include <utility>
 
 namespace kelvary {
 
@@ -72,7 +74,7 @@ bool onlyStatementEndsLeft(const char* tail) {
     return true;
 }
 
-Statement prepare(sqlite3* db, const QString& sql, const QList<Variant>& parameters) {
+Statement prepareStatement(sqlite3* db, const QString& sql, const QList<Variant>& parameters) {
     const QByteArray text = sql.toUtf8();
     sqlite3_stmt* raw = nullptr;
     const char* tail = nullptr;
@@ -91,7 +93,77 @@ Statement prepare(sqlite3* db, const QString& sql, const QList<Variant>& paramet
     return statement;
 }
 
+// The number a numeric literal of a statement's text stands for, bound as
+// SQLite stores that literal: digits alone make an integer while they fit 64
+// bits (the negative limit included), anything else a real.
+int bindNumberLiteral(sqlite3_stmt* statement, int index, const QString& literal) {
+    const QByteArray text = literal.toLatin1();
+    const bool negative = text.startsWith('-');
+    const QByteArray digits = negative ? text.mid(1) : text;
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    if (!digits.isEmpty() && std::all_of(digits.begin(), digits.end(), isDigit)) {
+        bool ok = false;
+        const qulonglong magnitude = digits.toULongLong(&ok);
+        constexpr qulonglong largest = static_cast<qulonglong>(std::numeric_limits<qint64>::max());
+        if (ok && magnitude <= largest)
+            return sqlite3_bind_int64(statement, index,
+                                      negative ? -static_cast<qint64>(magnitude) : static_cast<qint64>(magnitude));
+        if (ok && negative && magnitude == largest + 1)
+            return sqlite3_bind_int64(statement, index, std::numeric_limits<qint64>::min());
+    }
+    // Converted without the user's locale; only the characters of a literal
+    // are let through (no blanks, hexadecimal or words such as "inf").
+    const bool numeric = !digits.isEmpty() && (isDigit(digits.front()) || digits.front() == '.') &&
+                         std::all_of(digits.begin(), digits.end(), [&](char c) {
+                             return isDigit(c) || c == '.' || c == 'e' || c == 'E' || c == '+' || c == '-';
+                         });
+    bool converted = false;
+    const double number = numeric ? text.toDouble(&converted) : 0.0;
+    if (!converted)
+        raiseDatabase(QStringLiteral("「%1」は数値として書き込めません。").arg(literal));
+    return sqlite3_bind_double(statement, index, number);
+}
+
 }  // namespace
+
+PreparedStatement::PreparedStatement(PreparedStatement&& other) noexcept
+    : db_(std::exchange(other.db_, nullptr)), statement_(std::exchange(other.statement_, nullptr)) {}
+
+PreparedStatement& PreparedStatement::operator=(PreparedStatement&& other) noexcept {
+    if (this != &other) {
+        sqlite3_finalize(statement_);
+        db_ = std::exchange(other.db_, nullptr);
+        statement_ = std::exchange(other.statement_, nullptr);
+    }
+    return *this;
+}
+
+PreparedStatement::~PreparedStatement() { sqlite3_finalize(statement_); }
+
+long PreparedStatement::run(const QList<SqlValue>& values) {
+    if (!statement_) throw VbError::standard(vberr::ObjectNotSet);
+    // Whatever happens, the statement is ready for the next row afterwards.
+    struct Reset {
+        sqlite3_stmt* statement;
+        ~Reset() {
+            sqlite3_reset(statement);
+            sqlite3_clear_bindings(statement);
+        }
+    } reset{statement_};
+    if (values.size() != sqlite3_bind_parameter_count(statement_))
+        raiseDatabase(QStringLiteral("パラメーターの数が一致しません。"));
+    for (int i = 0; i < values.size(); ++i) {
+        const SqlValue& v = values[i];
+        const int bound = v.numberLiteral ? bindNumberLiteral(statement_, i + 1, v.value.text())
+                                          : sqlite::bindValue(statement_, i + 1, v.value);
+        if (bound != SQLITE_OK) raiseSqlite(db_);
+    }
+    int stepped = SQLITE_ROW;
+    while ((stepped = sqlite3_step(statement_)) == SQLITE_ROW) {
+    }
+    if (stepped != SQLITE_DONE) raiseSqlite(db_);
+    return static_cast<long>(sqlite3_changes64(db_));
+}
 
 void SqliteConnection::requireDatabaseFile(const QString& path) {
     // Asked before anything opens it: opening a FIFO would wait for ever.
@@ -202,7 +274,8 @@ SqliteConnection::~SqliteConnection() {
 }
 
 Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& parameters) {
-    const Statement statement = prepare(db_, sql, parameters);
+    ++statementsPrepared_;
+    const Statement statement = prepareStatement(db_, sql, parameters);
     sqlite3_stmt* st = statement.get();
     const int columns = sqlite3_column_count(st);
     QList<FieldInfo> fields;
@@ -234,12 +307,29 @@ Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& para
 }
 
 long SqliteConnection::execute(const QString& sql, const QList<Variant>& parameters) {
-    const Statement statement = prepare(db_, sql, parameters);
+    ++statementsPrepared_;
+    const Statement statement = prepareStatement(db_, sql, parameters);
     int stepped = SQLITE_ROW;
     while ((stepped = sqlite3_step(statement.get())) == SQLITE_ROW) {
     }
     if (stepped != SQLITE_DONE) raiseSqlite(db_);
     return static_cast<long>(sqlite3_changes64(db_));
+}
+
+PreparedStatement SqliteConnection::prepare(const QString& sql) {
+    ++statementsPrepared_;
+    Statement statement = prepareStatement(db_, sql, {});
+    return PreparedStatement(db_, statement.release());
+}
+
+bool SqliteConnection::begin() {
+    if (sqlite3_get_autocommit(db_) == 0) return false;
+    execute(QStringLiteral("BEGIN"));
+    return true;
+}
+
+void SqliteConnection::commit() {
+    if (sqlite3_get_autocommit(db_) == 0) execute(QStringLiteral("COMMIT"));
 }
 
 bool SqliteConnection::schemaHasTable(const QString& alias, const QString& table) {

@@ -13,13 +13,45 @@
 #include <QList>
 #include <QString>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <vector>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace kelvary {
+
+// A value as the literal of a statement's text would give it: a Variant bound
+// as query() binds its parameters, or, flagged, the text of a numeric literal,
+// stored as SQLite reads that literal (an integer when it has neither point
+// nor exponent and fits 64 bits, a real otherwise). A value bound this way is
+// stored with the same storage class as the literal would be.
+struct SqlValue {
+    Variant value;
+    bool numberLiteral = false;
+};
+
+// One statement prepared once and run again and again with other values, so
+// that writing many rows costs one statement, not one per row.
+class PreparedStatement {
+public:
+    PreparedStatement(PreparedStatement&&) noexcept;
+    PreparedStatement& operator=(PreparedStatement&&) noexcept;
+    ~PreparedStatement();
+
+    // Runs the statement once with these values for ?1, ?2 …; returns the
+    // number of rows it changed. A failure leaves the statement ready for the
+    // next values.
+    long run(const QList<SqlValue>& values);
+
+private:
+    friend class SqliteConnection;
+    PreparedStatement(sqlite3* db, sqlite3_stmt* statement) : db_(db), statement_(statement) {}
+    sqlite3* db_ = nullptr;
+    sqlite3_stmt* statement_ = nullptr;
+};
 
 class SqliteConnection {
 public:
@@ -37,6 +69,20 @@ public:
     Recordset query(const QString& sql, const QList<Variant>& parameters = {});
     // Runs one statement and returns the number of rows it changed.
     long execute(const QString& sql, const QList<Variant>& parameters = {});
+
+    // Prepares one statement of SQLite SQL for PreparedStatement::run.
+    PreparedStatement prepare(const QString& sql);
+    // Groups the writes that follow until commit() into one transaction, so
+    // that they reach the file together. False, and nothing begun, when a
+    // transaction is open already: its writes go with that one.
+    bool begin();
+    // Ends the transaction begun; nothing when SQLite already ended it (a full
+    // disk rolls a transaction back).
+    void commit();
+
+    // How many statements were prepared on this connection so far: what a
+    // routine costs in statements, whatever it runs them for.
+    std::uint64_t statementsPrepared() const { return statementsPrepared_; }
 
     // Points the linked table `name` at `sourceTable` in the database `file`
     // (a Jet file is read through its SQLite copy, see JetDatabase.h).
@@ -75,6 +121,7 @@ private:
     std::unique_ptr<DatabaseFileLock> fileLock_;
     std::vector<Attachment> attachments_;
     std::map<QString, Link> links_;  // by lower-case name
+    std::uint64_t statementsPrepared_ = 0;
 };
 
 }  // namespace kelvary

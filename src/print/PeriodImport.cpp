@@ -47,9 +47,8 @@ const CopyPair kCopyPairs[] = {
 // version of that program) would reach the payloads as empty values without a
 // word: it is reported as the item missing from an older data file, once per
 // table and column in the run, however many periods are copied.
-void reportColumnsMissingFromSource(const QString& source, const Recordset& rs, const QString& target) {
+void reportColumnsMissingFromSource(const QString& source, const Recordset& rs, const Recordset& working) {
     static QSet<QString> reported;
-    const Recordset working = openOrThrow(QStringLiteral("Select * From ") + target + QStringLiteral(" Where 1=0"));
     for (int i = 0; i < working.fieldCount(); ++i) {
         const QString& column = working.fieldName(i);
         const QString key = source + QLatin1Char('.') + column;
@@ -157,13 +156,15 @@ void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
             const QString target = QString::fromLatin1(pair.target);
             Recordset rs = openOrThrow(QStringLiteral(" Select * From ") + QString::fromLatin1(pair.source) +
                                        QStringLiteral(" Where FSDataCode=") + QString::number(linkCode));
-            // Which source columns the working copy has does not change from
-            // row to row: asked once per column, not once per value, it keeps a
-            // large period from costing a statement per cell.
-            reportColumnsMissingFromSource(QString::fromLatin1(pair.source), rs, target);
+            // The working copy's columns, read once for the table: a large
+            // period costs the same few statements as a small one.
+            const Recordset working =
+                openOrThrow(QStringLiteral("Select * From ") + target + QStringLiteral(" Where 1=0"));
+            reportColumnsMissingFromSource(QString::fromLatin1(pair.source), rs, working);
             std::vector<bool> targetHas(static_cast<size_t>(rs.fieldCount()));
-            for (int i = 0; i < rs.fieldCount() && !rs.eof(); ++i)
-                targetHas[static_cast<size_t>(i)] = mblnCheckExistField(target, rs.fieldName(i));
+            for (int i = 0; i < rs.fieldCount(); ++i)
+                targetHas[static_cast<size_t>(i)] = working.hasField(rs.fieldName(i));
+            clsInsertRows rows;
             for (; !rs.eof(); rs.moveNext()) {
                 clsSqlText sql;
                 for (int i = 0; i < rs.fieldCount(); ++i) {
@@ -183,8 +184,9 @@ void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
                     }
                 }
                 sql.SetTable(target);
-                gblnExecuteSql(sql.GetInsertSql());
+                rows.Insert(sql);
             }
+            rows.Commit();
         }
     } catch (...) {
         ShowErrMsg(QStringLiteral("mCopyZaimuData"), 0);

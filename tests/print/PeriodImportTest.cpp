@@ -2,6 +2,8 @@
 #include "print/PeriodImport.h"
 #include "support/ConnectedHome.h"
 
+#include "db/mdlFunctionDatabase.h"
+
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -65,4 +67,27 @@ TEST_F(PeriodImport, ExcelConversionsAreToldOnce) {
     EXPECT_EQ(home.ui().messages[0].request.title, QStringLiteral("情報"));
     EXPECT_TRUE(home.ui().messages[0].request.text.startsWith(
         QStringLiteral("第38期の決算期データは「Tessaro」から「Orvane」にコンバートしたものです。\r\n\r\n")));
+}
+
+// A period costs the same statements however many rows it has: twice the
+// item rows in the sibling database, the same count, and every row copied.
+TEST_F(PeriodImport, StatementsOfAnImportDoNotGrowWithItsRows) {
+    const QString sibling = home.file(QStringLiteral("sample/Ledra.mdb"));
+    for (const char* table : {"T_FS", "P_FSItemData", "T_FSNote", "T_FSCapitalRow", "T_FSCapitalCol"})
+        gRefreshLinkTable(QString::fromLatin1(table), sibling);
+    const auto statementsOfImport = [&](std::int32_t indexId) {
+        const std::uint64_t before = gobjConnection->statementsPrepared();
+        mCopyZaimuData(indexId, 15);
+        return gobjConnection->statementsPrepared() - before;
+    };
+    const std::uint64_t once = statementsOfImport(1);
+    const QStringList rows = items("SELECT count(*) FROM tmpFSItemData WHERE FSDataCode=1");
+    ASSERT_EQ(rows.size(), 1);
+    ASSERT_GT(rows[0].toInt(), 50);
+    sqlExec(sibling, "INSERT INTO P_FSItemData SELECT * FROM P_FSItemData WHERE FSDataCode=15");
+    EXPECT_EQ(statementsOfImport(2), once);
+    EXPECT_EQ(items("SELECT count(*) FROM tmpFSItemData WHERE FSDataCode=2"), QStringList{QString::number(2 * rows[0].toInt())});
+    // The whole period in well under a statement per row.
+    EXPECT_LT(once, 40u);
+    EXPECT_TRUE(errorPlaces(home.ui()).isEmpty()) << messageTexts(home.ui()).toStdString();
 }
