@@ -36,16 +36,10 @@ done
 shift $((OPTIND - 1))
 [ $# -eq 1 ] || { sed -n '2,22p' "$0"; exit 2; }
 
-build=$(cd "$1" && pwd)
 here=$(cd "$(dirname "$0")" && pwd)
-exe=$build/app/kelvary
-template=$build/app-template
-work=$build/bench-floor
-[ -x "$exe" ] || { echo "no program at $exe: build first" >&2; exit 2; }
-[ -d "$template" ] || { echo "no program folder template at $template" >&2; exit 2; }
-[ -x /usr/bin/time ] || { echo "/usr/bin/time is missing: run scripts/install-deps.sh" >&2; exit 2; }
+source "$here/common.sh"
+require_build "$1" bench-floor
 command -v pdfinfo >/dev/null || { echo "pdfinfo is missing: run scripts/install-deps.sh" >&2; exit 2; }
-mkdir -p "$work"
 
 # The floor, built once (again when its source changes).
 floor_source=$here/floor
@@ -57,22 +51,6 @@ if [ ! -x "$floor_build/floor" ] || [ "$floor_source/floor.cpp" -nt "$floor_buil
 fi
 floor=$floor_build/floor
 
-make_application() {  # folder items
-  local folder=$work/$1
-  if [ ! -f "$folder/Ledra.mdb" ] || [ "$here/make_large_application.py" -nt "$folder/Ledra.mdb" ]; then
-    # As many renamed items as the 600-item application has, in proportion.
-    python3 "$here/make_large_application.py" "$folder" --items "$2" --renamed $(($2 * 17 / 600)) >/dev/null
-  fi
-}
-
-fresh_home() {
-  local home=$work/home-$1
-  rm -rf "$home"
-  cp -r "$template" "$home"
-  mkdir -p "$home/Temp"
-  echo "$home"
-}
-
 # timed REPORT EXPECTED_STATUS ARGS...: one run; prints "cpu-seconds rss-MB".
 timed() {
   local report=$1 expected=$2 status=0
@@ -83,8 +61,7 @@ timed() {
     sed -n '1,40p' "$report.err" >&2
     exit 1
   fi
-  awk -F': ' '/User time|System time/ { s += $2 } /Maximum resident set size/ { m = $2 / 1024 }
-    END { printf "%.3f %.1f\n", s, m }' "$report"
+  echo "$(cpu_seconds "$report") $(peak_mb "$report")"
 }
 
 median() {
@@ -126,7 +103,7 @@ cp -r "$sample_home/sample" "$work/sample"
 compare start "$work/sample" start
 compare sample "$work/sample"
 for items in $sizes; do
-  make_application "large-$items" "$items"
+  make_application "large-$items" "$items" $((items * 17 / 600))  # renamed items in proportion
   compare "large-$items" "$work/large-$items"
 done
 echo "median of $runs runs; processor time (user + system); ratio = kelvary / floor; peak memory = maximum resident set"

@@ -11,12 +11,8 @@
 # Scratch program folders and inputs go to BUILD_FOLDER/bench-runs.
 set -euo pipefail
 [ $# -eq 1 ] || { sed -n '2,10p' "$0"; exit 2; }
-build=$(cd "$1" && pwd)
-exe=$build/app/kelvary
-template=$build/app-template
-work=$build/bench-runs/hostile
-[ -x "$exe" ] || { echo "no program at $exe: build first" >&2; exit 2; }
-[ -x /usr/bin/time ] || { echo "/usr/bin/time is missing: run scripts/install-deps.sh" >&2; exit 2; }
+source "$(cd "$(dirname "$0")" && pwd)/common.sh"
+require_build "$1" bench-runs/hostile
 rm -rf "$work"
 mkdir -p "$work"
 home=$work/home
@@ -40,9 +36,9 @@ run_case() {  # NAME APPLICATION_FILE
   /usr/bin/time -v -o "$report" timeout 60 "$exe" --batch --home "$home" --mode 3 --periods all \
     --pdf "$work/$1.pdf" "$2" >"$work/out-$1.txt" 2>"$work/err-$1.txt" || status=$?
   local wall cpu rss
-  wall=$(awk -F': ' '/Elapsed \(wall clock\)/ { n = split($2, p, ":"); s = 0; for (k = 1; k <= n; k++) s = s * 60 + p[k]; print s }' "$report")
-  cpu=$(awk -F': ' '/User time|System time/ { s += $2 } END { print s }' "$report")
-  rss=$(awk -F': ' '/Maximum resident set size/ { printf "%.1f", $2 / 1024 }' "$report")
+  wall=$(wall_seconds "$report")
+  cpu=$(cpu_seconds "$report")
+  rss=$(peak_mb "$report")
   local verdict=ok
   if [ "$status" -eq 124 ] || awk -v w="$wall" -v r="$rss" 'BEGIN { exit !(w > 10 || r > 200) }'; then
     verdict="OVER THE LIMIT"

@@ -26,34 +26,12 @@ done
 shift $((OPTIND - 1))
 [ $# -eq 1 ] || { sed -n '2,15p' "$0"; exit 2; }
 
-build=$(cd "$1" && pwd)
 here=$(cd "$(dirname "$0")" && pwd)
-exe=$build/app/kelvary
-template=$build/app-template
-work=$build/bench-runs
-[ -x "$exe" ] || { echo "no program at $exe: build first" >&2; exit 2; }
-[ -d "$template" ] || { echo "no program folder template at $template" >&2; exit 2; }
-[ -x /usr/bin/time ] || { echo "/usr/bin/time is missing: run scripts/install-deps.sh" >&2; exit 2; }
-
-mkdir -p "$work"
-# The generated applications are remade when the generator changes.
-make_application() {  # folder items renamed
-  local folder=$work/$1
-  if [ ! -f "$folder/Ledra.mdb" ] || [ "$here/make_large_application.py" -nt "$folder/Ledra.mdb" ]; then
-    python3 "$here/make_large_application.py" "$folder" --items "$2" --renamed "$3" >/dev/null
-  fi
-}
+source "$here/common.sh"
+require_build "$1" bench-runs
 make_application large 600 17
 make_application large-x2 1200 34
 
-# A fresh program folder per case, as an installation has it.
-fresh_home() {
-  local home=$work/home-$1
-  rm -rf "$home"
-  cp -r "$template" "$home"
-  mkdir -p "$home/Temp"
-  echo "$home"
-}
 
 # measure NAME EXPECTED_STATUS ARGS...: RUNS runs; one line "name wall... | rss..." per case.
 declare -A wall_list cpu_list rss_list
@@ -69,11 +47,9 @@ measure() {
       sed -n '1,40p' "$work/err-$name.txt" >&2
       exit 1
     fi
-    # "Elapsed (wall clock) time (h:mm:ss or m:ss): 0:00.45" -> seconds
-    walls+=("$(awk -F': ' '/Elapsed \(wall clock\)/ {
-        n = split($2, p, ":"); s = 0; for (k = 1; k <= n; k++) s = s * 60 + p[k]; print s }' "$report")")
-    cpus+=("$(awk -F': ' '/User time|System time/ { s += $2 } END { print s }' "$report")")
-    rsses+=("$(awk -F': ' '/Maximum resident set size/ { printf "%.1f", $2 / 1024 }' "$report")")
+    walls+=("$(wall_seconds "$report")")
+    cpus+=("$(cpu_seconds "$report")")
+    rsses+=("$(peak_mb "$report")")
   done
   wall_list[$name]="${walls[*]}"
   cpu_list[$name]="${cpus[*]}"
