@@ -1,10 +1,8 @@
-// The application form builders: the governor and class labels struck by the
-// licence, blank era templates where a date or licence is missing, the agent
-// switch, and the PDF layout's title column kept level with its texts.
+// The application form builders: the one-page PDF form of mode 2 with the
+// agent text, and a missing application record.
 #include "print/ApplicationFormPages.h"
 
 #include "PageBuilderHome.h"
-#include "db/mdlFunctionDatabase.h"
 
 namespace kelvary {
 namespace {
@@ -38,95 +36,7 @@ protected:
         setting("UserFax", QStringLiteral("03-9876-5433"));
         setting("RegistNumber", QStringLiteral("R-123"));
     }
-    void change(const char* assignments) {
-        home.sqlExec((std::string("UPDATE tmpAPData SET ") + assignments + " WHERE APDataCode=1").c_str());
-    }
-    void write(bool byAgent = false, ApplicationLayout layout = ApplicationLayout::Print) {
-        mWriteApplicationForm(manager(), 1, byAgent, layout);
-    }
 };
-
-TEST_F(ApplicationForm, GovernorsLicenceStrikesTheMinisterAndNamesThePrefecture) {
-    write();
-    EXPECT_EQ(field("C9").text, QStringLiteral("13"));
-    EXPECT_TRUE(field("C9b1").strikeLine);
-    EXPECT_EQ(field("C9b1").text, QStringLiteral("国土交通大臣"));
-    EXPECT_FALSE(field("C9b2").strikeLine);
-    EXPECT_EQ(field("C9b2").text, QStringLiteral("東京都知事"));
-    // General class: the special label is struck.
-    EXPECT_FALSE(field("C10a").strikeLine);
-    EXPECT_TRUE(field("C10b").strikeLine);
-    EXPECT_EQ(field("C11").text, QStringLiteral("20"));
-    EXPECT_EQ(field("C12").text, QStringLiteral("012345"));
-    EXPECT_EQ(field("C13").text, QStringLiteral("平成20年 9月10日"));
-    // The previous licence is the minister's, special class.
-    EXPECT_EQ(field("C14").text, QStringLiteral("00"));
-    EXPECT_FALSE(field("C14b1").strikeLine);
-    EXPECT_TRUE(field("C14b2").strikeLine);
-    EXPECT_EQ(field("C14b2").text, QStringLiteral("知事"));
-    EXPECT_TRUE(field("C15a").strikeLine);
-    EXPECT_FALSE(field("C15b").strikeLine);
-    EXPECT_EQ(field("C18").text, QStringLiteral("平成15年 9月10日"));
-    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
-}
-
-TEST_F(ApplicationForm, WithoutALicenceNumberOnlyTheBlankDateIsWritten) {
-    change("LcnsNum1B=NULL, LcnsNum2B=''");
-    write();
-    for (const char* name : {"C9b1", "C9b2", "C10a", "C10b", "C14b1", "C14b2", "C15a", "C15b"})
-        EXPECT_FALSE(field(QString::fromLatin1(name)).strikeLine) << name;
-    EXPECT_EQ(field("C9b2").text, QStringLiteral("知事"));
-    EXPECT_EQ(field("C11").text, field("C11").defaultText);
-    EXPECT_EQ(field("C12").text, field("C12").defaultText);
-    // Six blanks for the era and year, two for the month and for the day.
-    EXPECT_EQ(field("C13").text, QStringLiteral("      年  月  日"));
-    EXPECT_EQ(field("C18").text, QStringLiteral("      年  月  日"));
-}
-
-TEST_F(ApplicationForm, AgentSwitchDecidesBetweenTheAgentTextAndTheAgentBlock) {
-    setting("UserClass", QStringLiteral("1"));
-    write(false);
-    EXPECT_EQ(field("ApplierColumn").text,
-              QStringLiteral("東京都千代田区丸の内一丁目１番１号\r\n株式会社ケルバリー建設\r\n代表取締役　佐藤　一郎"));
-    EXPECT_EQ(field("ProxyColumn").text,
-              QStringLiteral("東京都港区芝公園一丁目２番３号　　行政書士　田中　次郎\r\n登録R-123号 TEL:03-9876-5432 "
-                             "FAX:03-9876-5433"));
-    EXPECT_EQ(field("RegistNumber").text, field("RegistNumber").defaultText);
-
-    write(true);
-    EXPECT_EQ(
-        field("ApplierColumn").text,
-        QStringLiteral("東京都千代田区丸の内一丁目１番１号\r\n株式会社ケルバリー建設\r\n代表取締役　佐藤　一郎\r\n\r\n"
-                       "(上記代理人)\r\n東京都港区芝公園一丁目２番３号\r\n行政書士　田中　次郎\r\n電話番号  "
-                       "03-9876-5432"));
-    EXPECT_EQ(field("ProxyColumn").text, field("ProxyColumn").defaultText);
-    EXPECT_EQ(field("RegistNumber").text, QStringLiteral("登録番号  R-123"));
-}
-
-TEST_F(ApplicationForm, PdfTitleColumnFollowsTheAddressLines) {
-    // 19 full-width characters are 38 bytes: a blank line follows; 21 are 42.
-    change(
-        "ApplierColumnAddress1='東京都千代田区丸の内一丁目１番１号ビル', "
-        "ApplierColumnAddress='東京都千代田区丸の内一丁目１番１号ビル２階', ApplierColumnCreName='山田　太郎'");
-    const Recordset record = gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where APDataCode=1"));
-    const ApplicantColumn plain = mPdfApplicantColumn(record, false);
-    EXPECT_EQ(plain.title, QStringLiteral("登記上の住所\r\n\r\n事実上の住所\r\n\r\n\r\n申　請　者\r\n作　成　者"));
-    EXPECT_EQ(
-        plain.column,
-        QStringLiteral("東京都千代田区丸の内一丁目１番１号ビル\r\n\r\n東京都千代田区丸の内一丁目１番１号ビル２階\r\n"
-                       "株式会社ケルバリー建設\r\n代表取締役　佐藤　一郎\r\n山田　太郎"));
-
-    change("ApplierColumnAddress1=NULL, ApplierColumnCreName=''");
-    const Recordset second = gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where APDataCode=1"));
-    const ApplicantColumn agent = mPdfApplicantColumn(second, true);
-    EXPECT_EQ(agent.title, QStringLiteral("\r\n\r\n申　請　者\r\n\r\n\r\n\r\n\r\n\r\n"));
-    EXPECT_EQ(
-        agent.column,
-        QStringLiteral(
-            "東京都千代田区丸の内一丁目１番１号ビル２階\r\n株式会社ケルバリー建設\r\n代表取締役　佐藤　一郎\r\n\r\n"
-            "(上記代理人)\r\n東京都港区芝公園一丁目２番３号\r\n行政書士　田中　次郎\r\n電話番号  "
-            "03-9876-5432"));
-}
 
 TEST_F(ApplicationForm, PdfModeTwoWritesTheOnePageFormWithTheAgentText) {
     frmPrintManager& pm = manager(QStringLiteral("form.pdf"), QStringLiteral("y"), OutputMode::ApplicationPdf);

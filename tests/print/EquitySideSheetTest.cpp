@@ -50,17 +50,6 @@ protected:
     }
 };
 
-TEST(EquityAmounts, ThousandsTruncatedTowardZeroWithTriangleForNegatives) {
-    EXPECT_EQ(mstrEquityAmountText(1999), QStringLiteral("1"));
-    EXPECT_EQ(mstrEquityAmountText(-1999), QStringLiteral("△1"));
-    EXPECT_EQ(mstrEquityAmountText(999), QString());
-    EXPECT_EQ(mstrEquityAmountText(-999), QString());
-    EXPECT_EQ(mstrEquityAmountText(0), QString());
-    EXPECT_EQ(mstrEquityAmountText(1234567890.0), QStringLiteral("1,234,567"));
-    EXPECT_EQ(mstrEquityAmountText(-2500000), QStringLiteral("△2,500"));
-    EXPECT_EQ(mstrEquityAmountText(Variant::null()), QString());
-}
-
 TEST_F(EquitySideSheet, NoRowsPrintNothing) {
     frmPrintManager& pm = manager();
     mPrintVariableTemp(pm, 3);

@@ -34,17 +34,6 @@ TEST_F(PeriodImport, FixedAssetAmountsMoveToTheFirstCodeOnlyWhenItIsZero) {
                            "17=900"}));
 }
 
-TEST_F(PeriodImport, SpecialItemsComeFromTheHeaderRowWithNewIds) {
-    home.sqlExec(
-        "INSERT INTO tmpFSInfoData (FSDataCode, NoteReceiptBillDiscount, NoteReceiptBillGive, AccumulatedDepreciation)"
-        " VALUES (4, 1200, 0, 34567);"
-        "INSERT INTO tmpFSItemData (FSDataCode, FSItemID, ItemCode, ItemValue) VALUES (3, 41, 1, 1);");
-    mPutSpecialItemCode(4);
-    EXPECT_EQ(items("SELECT FSItemID || ':' || ItemCode || ':' || ItemName || ':' || CAST(ItemValue AS INTEGER)"
-                    " FROM tmpFSItemData WHERE FSDataCode=4 ORDER BY FSItemID"),
-              (QStringList{"42:208:受取手形割引高:1200", "43:204:受取手形裏書譲渡高:0", "44:207:当期減価償却実施額:34567"}));
-}
-
 TEST_F(PeriodImport, OtherProgramsIndividualsAreRecodedAndPruned) {
     home.sqlExec(
         "INSERT INTO tmpFSInfoData (FSDataCode, OtherSoftPrefCode, Distinction) VALUES (1, 1, 2);"

@@ -1,5 +1,5 @@
 // The supplementary document and a period's QR pages: the licence number
-// line, the course and recipient marks, twelve symbols a page with numbers
+// line, an image that is missing, twelve symbols a page with numbers
 // running on across pages, and symbols that read back from the printed PDF.
 #include "print/QrPages.h"
 #include "print/SupplementPages.h"
@@ -49,39 +49,6 @@ TEST_F(QrPages, LicenceNumberLine) {
               QStringLiteral("　　　　　　許可(    -   )"));
     EXPECT_EQ(licence(Variant::null(), QString(), QString(), "12"),
               QStringLiteral("　　　　　　許可(    -   )第000012号"));
-}
-
-TEST_F(QrPages, SupplementShowsTheChosenCourseAndRecipient) {
-    setting("UserID", QStringLiteral("123"));
-    setting("UserName", QStringLiteral("行政書士　田中　次郎"));
-    setting("UserTel", QStringLiteral("03-9876-5432"));
-    mWriteSubDoc(manager(), 1, SupplementChoices{3, true});
-    EXPECT_EQ(field("ApplierName").text, QStringLiteral("株式会社ケルバリー建設"));
-    EXPECT_EQ(field("ApplyNumber").text, QStringLiteral("東京都知事許可( 般 - 20)第012345号"));
-    EXPECT_EQ(field("ChargeName").text, QStringLiteral("総務部  鈴木　花子"));
-    EXPECT_EQ(field("Tel").text, QStringLiteral("03-1234-5678"));
-    EXPECT_EQ(field("Fax").text, QStringLiteral("03-1234-5679"));
-    EXPECT_EQ(field("DocType").text, QStringLiteral("レ"));
-    EXPECT_EQ(field("CourseNumber1").text, field("CourseNumber1").defaultText);
-    EXPECT_EQ(field("CourseNumber3").text, QStringLiteral("レ"));
-    EXPECT_TRUE(field("CircleProxy").visible);
-    EXPECT_FALSE(field("CircleApplier").visible);
-    EXPECT_EQ(field("UserID").text, QStringLiteral("123"));
-    EXPECT_EQ(field("UserName").text, QStringLiteral("行政書士　田中　次郎"));
-    EXPECT_EQ(field("UserTel").text, QStringLiteral("03-9876-5432"));
-    EXPECT_EQ(field("Num3").text, QStringLiteral("3"));
-    EXPECT_EQ(field("WrText3").text, QStringLiteral("ApplyDoc2"));
-    EXPECT_TRUE(field("VersionNumber").text.startsWith(QStringLiteral("( ")));
-    EXPECT_TRUE(field("VersionNumber").text.endsWith(QStringLiteral(" )kv")));
-
-    home.sqlExec("UPDATE tmpAPData SET ContactPosition=NULL");
-    mWriteSubDoc(manager(), 1, SupplementChoices{2, false});
-    EXPECT_EQ(field("ChargeName").text, QStringLiteral("鈴木　花子"));
-    EXPECT_EQ(field("CourseNumber1").text, field("CourseNumber1").defaultText);
-    EXPECT_EQ(field("CourseNumber3").text, field("CourseNumber3").defaultText);
-    EXPECT_FALSE(field("CircleProxy").visible);
-    EXPECT_TRUE(field("CircleApplier").visible);
-    EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
 }
 
 TEST_F(QrPages, AMissingImageLeavesTheSlotNumberedAndCaptioned) {

@@ -64,14 +64,6 @@ TEST_F(SampleRun, AllPeriodsAreIndexedMarkedAndImportedNewestFirst) {
     EXPECT_FALSE(r.standardError.contains(QStringLiteral("エラーが発生しました")));
 }
 
-TEST_F(SampleRun, SecondRunStartsFromEmptyTables) {
-    ASSERT_EQ(run({"--mode", "3", "--periods", "all", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
-    ASSERT_EQ(run({"--mode", "3", "--periods", "1", "--pdf", home.file("out.pdf"), sampleApp()}).exitCode, 0);
-    EXPECT_EQ(column(db(), "SELECT IndexID FROM tblIndex ORDER BY IndexID"), (QStringList{"1", "2", "3"}));
-    EXPECT_EQ(column(db(), "SELECT APDataCode FROM tmpAPData"), QStringList{"1"});
-    EXPECT_EQ(column(db(), "SELECT FSDataCode FROM tmpFSInfoData"), QStringList{"3"});
-}
-
 namespace {
 // The symbol names left in Temp, each image with its payload copy beside it.
 QStringList symbolsIn(const QString& temp) {
@@ -92,11 +84,6 @@ QByteArray decoded(const QString& image) {
     zbar.waitForFinished(30000);
     return zbar.readAllStandardOutput();
 }
-
-QByteArray fileBytes(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 }  // namespace
 
 TEST_F(SampleRun, EverySymbolOfTheRunIsInTempAndReadsBackAsItsPayload) {
@@ -111,7 +98,7 @@ TEST_F(SampleRun, EverySymbolOfTheRunIsInTempAndReadsBackAsItsPayload) {
     EXPECT_FALSE(symbols.contains(QStringLiteral("ZaimuHeader3")));
     for (const QString& symbol : symbols) {
         const QString image = home.file(QStringLiteral("Temp/") + symbol + QStringLiteral(".bmp"));
-        EXPECT_EQ(decoded(image), fileBytes(image + QStringLiteral(".Txt"))) << symbol.toStdString();
+        EXPECT_EQ(decoded(image), readFile(image + QStringLiteral(".Txt"))) << symbol.toStdString();
     }
 
     // A second run clears the first one's symbols before it writes its own.
@@ -198,7 +185,7 @@ TEST_F(SampleRun, EarlierEditionStartedForASendFileSaysOnceThatItPrints) {
               1)
         << r.standardError.toStdString();
     EXPECT_EQ(r.exitCode, 0);
-    EXPECT_TRUE(fileBytes(home.file("printed.pdf")).startsWith("%PDF-"));
+    EXPECT_TRUE(readFile(home.file("printed.pdf")).startsWith("%PDF-"));
     EXPECT_FALSE(QFile::exists(home.file("sent.pdf")));
 }
 
@@ -451,7 +438,7 @@ RunResult sampleRunOn(const QByteArray& siblingDatabase) {
     const QDir temp(home.file("Temp"));
     static const QRegularExpression documentId(QStringLiteral("\"[0-9]{22}\""));
     for (const QString& name : temp.entryList({QStringLiteral("*.Txt")}, QDir::Files)) {
-        QString text = QString::fromLatin1(fileBytes(temp.filePath(name)));
+        QString text = QString::fromLatin1(readFile(temp.filePath(name)));
         EXPECT_GE(text.count(documentId), 1) << name.toStdString();
         result.payloads[name] = text.replace(documentId, QStringLiteral("\"ID\"")).toLatin1();
     }

@@ -1,6 +1,5 @@
-// The print manager's PDF sink: a run that ends before the PDF is closed
-// leaves the user's earlier file as it was and no temporary beside it. Its
-// preview: a whole page on screen, the caption and the page number.
+// The print manager's preview: a whole page on screen, the caption and the
+// page number.
 #include "platform/AppObject.h"
 #include "platform/Fonts.h"
 #include "print/frmPrintManager.h"
@@ -36,30 +35,6 @@ const char* kProbe = R"({
     ]}
   ]
 })";
-
-TEST(PrintManager, AFailedRunLeavesTheEarlierPdfInPlace) {
-    test::RecordingUiGuard ui;
-    test::ScratchHome home;
-    installFontSubstitutions();
-    app::setPath(home.path());
-    ASSERT_TRUE(QDir().mkpath(home.file(QStringLiteral("PrintFile"))));
-    test::writeFile(home.file(QStringLiteral("PrintFile/Probe.w30")), kProbe);
-    const QString pdf = home.file(QStringLiteral("earlier.pdf"));
-    test::writeFile(pdf, "earlier");
-    {
-        setOptionFields(CommandFields{QStringLiteral("app.dat"), pdf, QString(), OutputMode::SendFileCourse1});
-        frmPrintManager failing;
-        failing.Init();
-        failing.SetPrintFile(QStringLiteral("Probe.w30"));
-        failing.EndPage();
-        failing.EndPrint();
-        // The run ends here without gPdfClose.
-    }
-    setOptionFields(CommandFields{});
-    EXPECT_EQ(test::readFile(pdf), QByteArray("earlier"));
-    const QStringList left = QDir(home.path()).entryList({QStringLiteral("earlier*")}, QDir::Files | QDir::Hidden);
-    EXPECT_EQ(left, QStringList{QStringLiteral("earlier.pdf")});
-}
 
 TEST(PrintManager, PreviewOpensOnAWholePageWithItsNumberAndZoomInSight) {
     test::RecordingUiGuard ui;
