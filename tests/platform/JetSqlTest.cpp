@@ -55,17 +55,6 @@ TEST(JetSql, IsNullBecomesIsNullTest) {
     EXPECT_TRUE(refusal("Where IsNull(a").contains(QStringLiteral("かっこ")));
 }
 
-TEST(JetSql, BooleansBecomeStoredNumbers) {
-    EXPECT_EQ(jet(" Where PrintFlag=True  Order by FYearNumber Desc"),
-              QStringLiteral(" Where PrintFlag=1  Order by FYearNumber Desc"));
-    EXPECT_EQ(jet("(TypeFlag_K=TRUE) or NameChangeFlag=false"),
-              QStringLiteral("(TypeFlag_K=1) or NameChangeFlag=0"));
-    EXPECT_EQ(jet("values(True,False)"), QStringLiteral("values(1,0)"));
-    // Whole words only.
-    EXPECT_EQ(jet("Select TrueName, IsFalse, T.True From T"),
-              QStringLiteral("Select TrueName, IsFalse, T.True From T"));
-}
-
 TEST(JetSql, QuotedTextsStayAsWritten) {
     EXPECT_EQ(jet("Where ItemName='True & #1/1/2000# isnull(x); Delete'"),
               QStringLiteral("Where ItemName='True & #1/1/2000# isnull(x); Delete'"));

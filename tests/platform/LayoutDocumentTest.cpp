@@ -45,14 +45,6 @@ long errorNumberOf(const std::function<void()>& f, QString* description = nullpt
     return 0;
 }
 
-TEST(LayoutDocument, SubFieldsOfAGroupLieRelativeToTheGroup) {
-    LayoutDocument doc = twoPages();
-    const LayoutField& a1 = doc.field(1, QStringLiteral("A1"), QStringLiteral("Row01"));
-    EXPECT_EQ(a1.rect, QRectF(140, 101, 20, 5));
-    EXPECT_EQ(a1.style.align, HAlign::Right);
-    EXPECT_EQ(doc.field(1, QStringLiteral("ItemName"), QStringLiteral("Row01")).text, QStringLiteral("項目"));
-}
-
 TEST(LayoutDocument, MissingFieldsAndPagesAreItemNotFoundNamingTheField) {
     LayoutDocument doc = twoPages();
     QString why;
@@ -65,32 +57,6 @@ TEST(LayoutDocument, MissingFieldsAndPagesAreItemNotFoundNamingTheField) {
     EXPECT_EQ(errorNumberOf([&] { doc.field(1, QStringLiteral("A1")); }), vberr::ItemNotFound);
     EXPECT_EQ(errorNumberOf([&] { doc.page(3); }), vberr::ItemNotFound);
     EXPECT_EQ(errorNumberOf([&] { doc.page(0); }), vberr::ItemNotFound);
-}
-
-TEST(LayoutDocument, ClearingDataRestoresTheLayoutsOwnContent) {
-    LayoutDocument doc = twoPages();
-    LayoutField& c32 = doc.field(1, QStringLiteral("C32"));
-    c32.text = QStringLiteral("1");
-    c32.strikeLine = true;
-    c32.strikeWidth = 5;
-    c32.fontName = QStringLiteral("X");
-    doc.field(1, QStringLiteral("CircleProxy")).visible = true;
-    doc.field(1, QStringLiteral("WrImage1")).imageFile = QStringLiteral("a.bmp");
-    doc.field(1, QStringLiteral("ItemName"), QStringLiteral("Row01")).indent = 2;
-    doc.field(1, QStringLiteral("Row01")).visible = false;
-    doc.page(2).visible = true;
-
-    doc.clearData();
-
-    EXPECT_EQ(c32.text, QStringLiteral("0"));
-    EXPECT_FALSE(c32.strikeLine);
-    EXPECT_TRUE(c32.fontName.isEmpty());
-    EXPECT_FALSE(doc.field(1, QStringLiteral("CircleProxy")).visible);
-    EXPECT_TRUE(doc.field(1, QStringLiteral("WrImage1")).imageFile.isEmpty());
-    EXPECT_EQ(doc.field(1, QStringLiteral("ItemName"), QStringLiteral("Row01")).indent, 0);
-    EXPECT_TRUE(doc.field(1, QStringLiteral("Row01")).visible);
-    // Which pages print is not data: it stays as set.
-    EXPECT_TRUE(doc.page(2).visible);
 }
 
 struct Refusal {
@@ -125,14 +91,6 @@ INSTANTIATE_TEST_SUITE_P(
                                          {"type": "field", "name": "a", "x": 1, "y": 1, "w": 1, "h": 1}]}]})",
                 "「a」が重複"}),
     [](const ::testing::TestParamInfo<Refusal>& info) { return std::string(info.param.label); });
-
-TEST(LayoutDocument, AMissingFileIsFileNotFoundNamingIt) {
-    QTemporaryDir dir;
-    QString why;
-    EXPECT_EQ(errorNumberOf([&] { LayoutDocument::load(dir.filePath(QStringLiteral("Gone.w30"))); }, &why),
-              vberr::FileNotFound);
-    EXPECT_EQ(why, QStringLiteral("帳票ファイル「Gone.w30」が見つかりません。"));
-}
 
 }  // namespace
 }  // namespace kelvary

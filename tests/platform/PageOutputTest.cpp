@@ -104,20 +104,6 @@ TEST_F(PageOutput, EmbedsOnlyTheUsedGlyphsOfTheSubstitutedGothic) {
     EXPECT_LT(QFileInfo(pdf).size(), 100 * 1024);
 }
 
-TEST_F(PageOutput, WrappedTextBreaksBetweenCharactersWithinTheFieldWidth) {
-    LayoutDocument doc = form();
-    // 30 mm at 10 pt holds at most 8 full-width characters (3.53 mm each).
-    doc.field(1, QStringLiteral("Memo")).text = QStringLiteral("一二三四五六七八九十壱弐参");
-    const QString pdf = path(QStringLiteral("wrap.pdf"));
-    PdfFileWriter writer(pdf, QString(), QString());
-    writer.addPage(recordLayoutPage(doc, 1));
-    writer.commit();
-    const QString text = pdfText(pdf, 1);
-    EXPECT_TRUE(text.contains(QStringLiteral("一二三四五六七八"))) << text.toStdString();
-    EXPECT_FALSE(text.contains(QStringLiteral("八九"))) << text.toStdString();
-    EXPECT_TRUE(text.contains(QStringLiteral("九十壱弐参")));
-}
-
 TEST_F(PageOutput, LineBreaksOfEveryKindStartALineAndWrappingGoesOnWithinEach) {
     LayoutDocument doc = form();
     // CR LF, CR and LF each end a line; a line longer than the field wraps at

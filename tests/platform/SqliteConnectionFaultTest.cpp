@@ -43,16 +43,6 @@ protected:
     const QString sibling = dir.filePath(QStringLiteral("Ledra.mdb"));
 };
 
-TEST_F(SqliteConnectionFault, SiblingCutShortIsFoundBeforeItIsLinked) {
-    EXPECT_NO_THROW(SqliteConnection::requireReadableDatabase(sibling));
-    QFile file(sibling);
-    ASSERT_TRUE(file.resize(file.size() / 2));
-    const QString text = descriptionOf([&] { SqliteConnection::requireReadableDatabase(sibling); });
-    EXPECT_TRUE(text.startsWith(QStringLiteral("データベース '") + sibling +
-                                QStringLiteral("' は壊れているため読み込めません。")))
-        << text.toStdString();
-}
-
 TEST_F(SqliteConnectionFault, LinkedDatabaseHeldByAnotherConnectionIsNamedInJapanese) {
     SqliteConnection connection(main);
     connection.linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), sibling);

@@ -17,24 +17,6 @@ long errorNumberOf(const std::function<void()>& f) {
 }
 }  // namespace
 
-TEST(VariantText, DefaultFormsOfEachKind) {
-    EXPECT_EQ(Variant(1234.0).toString(), QStringLiteral("1234"));
-    EXPECT_EQ(Variant(-0.5).toString(), QStringLiteral("-0.5"));
-    EXPECT_EQ(Variant(1234.25).toString(), QStringLiteral("1234.25"));
-    EXPECT_EQ(Variant(0.1 + 0.2).toString(), QStringLiteral("0.3"));  // 15 significant digits
-    EXPECT_EQ(Variant(1e15).toString(), QStringLiteral("1E+15"));
-    EXPECT_EQ(Variant(123456789012345.0).toString(), QStringLiteral("123456789012345"));
-    EXPECT_EQ(Variant(true).toString(), QStringLiteral("True"));
-    EXPECT_EQ(Variant(false).toString(), QStringLiteral("False"));
-    EXPECT_EQ(Variant(QDate(2008, 4, 1)).toString(), QStringLiteral("2008/04/01"));
-    EXPECT_EQ(Variant(VbDate{QDate(2008, 4, 1), 9 * 3600 + 5 * 60 + 7}).toString(),
-              QStringLiteral("2008/04/01 9:05:07"));
-    EXPECT_EQ(Variant(Currency{12345000}).toString(), QStringLiteral("1234.5"));
-    EXPECT_EQ(Variant(Currency{-10000}).toString(), QStringLiteral("-1"));
-    EXPECT_EQ(Variant::fromInteger(-7).toString(), QStringLiteral("-7"));
-    EXPECT_EQ(Variant().toString(), QString());
-}
-
 TEST(VariantText, NullRaisesInCStrButNotInConcatenation) {
     EXPECT_EQ(errorNumberOf([] { (void)Variant::null().toString(); }), vberr::InvalidUseOfNull);
     EXPECT_EQ(Variant::null().text(), QString());
@@ -50,15 +32,6 @@ TEST(VariantNumbers, ClngRoundsHalfToEven) {
     EXPECT_EQ(errorNumberOf([] { (void)Variant(QStringLiteral("abc")).toLong(); }), vberr::TypeMismatch);
     EXPECT_EQ(errorNumberOf([] { (void)Variant(3e9).toLong(); }), vberr::Overflow);
     EXPECT_EQ(errorNumberOf([] { (void)Variant(40000).toInteger(); }), vberr::Overflow);
-}
-
-TEST(VariantNumbers, IsNumericFollowsVb) {
-    EXPECT_TRUE(Variant(QStringLiteral("-12.5")).isNumeric());
-    EXPECT_TRUE(Variant(QStringLiteral("1e3")).isNumeric());
-    EXPECT_TRUE(Variant().isNumeric());
-    EXPECT_FALSE(Variant(QStringLiteral("")).isNumeric());
-    EXPECT_FALSE(Variant(QStringLiteral("12a")).isNumeric());
-    EXPECT_FALSE(Variant::null().isNumeric());
 }
 
 TEST(VariantDates, TextsAndSerials) {
