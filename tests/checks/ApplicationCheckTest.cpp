@@ -18,19 +18,6 @@ QString check(FormEdition edition = FormEdition::Form200804) {
     return runApplicationCheck(edition).message;
 }
 
-TEST(ApplicationCheckTest, ValidRecordAndMissingRecordYieldNothing) {
-    CheckHome home;
-    for (FormEdition edition : {FormEdition::Form200804, FormEdition::Earlier}) {
-        const test::CheckResult valid = runApplicationCheck(edition);
-        EXPECT_EQ(valid.message, QString());
-        EXPECT_FALSE(valid.errorFlag);
-        const test::CheckResult missing = runApplicationCheck(edition, 2);
-        EXPECT_EQ(missing.message, QString());
-        EXPECT_FALSE(missing.errorFlag);
-    }
-    EXPECT_TRUE(home.ui().messages.isEmpty());
-}
-
 TEST(ApplicationCheckTest, BaseDateAndBusinessYears) {
     CheckHome home;
     home.set(QStringLiteral("BaseDate=NULL"));
@@ -57,29 +44,6 @@ TEST(ApplicationCheckTest, BaseDateAndBusinessYears) {
     // One day short is wrong; a year of a single day is not.
     home.set(QStringLiteral("FYearTo2='2007-03-31', FYearFrom3='2007-03-31'"));
     EXPECT_EQ(check(), QStringLiteral("■申請書の「審査対象事業年度（前年度）の期間」の日付が不正です\r\n\r\n"));
-}
-
-TEST(ApplicationCheckTest, CorporateFormsNeedTheFullWidthAbbreviation) {
-    CheckHome home;
-    const QString pair1 = QStringLiteral("■申請書の「商号又は名称」の組織形態に正しい略号が用いられていません。\r\n\r\n"
-                                         "　※法人の種類は、「（株）」のように全角３文字の略号で入力する必要があります。\r\n\r\n");
-    home.set(QStringLiteral("TRName='株式会社山田建設'"));
-    EXPECT_EQ(check(), pair1);
-    home.set(QStringLiteral("TRName='(株)山田建設'"));
-    EXPECT_EQ(check(), pair1);
-    home.set(QStringLiteral("TRName='㈱山田建設'"));
-    EXPECT_EQ(check(), pair1);
-    home.set(QStringLiteral("TRName='（株）山田建設'"));
-    EXPECT_EQ(check(), QString());
-    // Full-width 有 in half-width parentheses, then 合同会社: one pair per form, in form order.
-    home.set(QStringLiteral("TRName='合同会社山田(有)'"));
-    EXPECT_EQ(check(), QStringLiteral("■申請書の「商号又は名称」の組織形態に正しい略号が用いられていません。\r\n\r\n"
-                                      "　※法人の種類は、「（有）」のように全角３文字の略号で入力する必要があります。\r\n\r\n"
-                                      "■申請書の「商号又は名称」の組織形態に正しい略号が用いられていません。\r\n\r\n"
-                                      "　※法人の種類は、「（合）」のように全角３文字の略号で入力する必要があります。\r\n\r\n"));
-    // An individual's trade name is not a corporate form.
-    home.set(QStringLiteral("TRName='株式会社山田建設', Distinction=2"));
-    EXPECT_EQ(check(), QString());
 }
 
 TEST(ApplicationCheckTest, AnIndividualsNameIsJudgedWithoutTheFullWidthSpaceAfterIt) {

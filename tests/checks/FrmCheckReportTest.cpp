@@ -1,6 +1,6 @@
 // The problem window on the offscreen platform: printing lists into PDFs that
 // poppler's tools read back (pages, words and their boxes), a print that
-// cannot start, the keyboard, and the batch report block.
+// cannot start, and the keyboard.
 #include "checks/frmCheckReport.h"
 
 #include "platform/PdfCheck.h"
@@ -179,14 +179,6 @@ TEST(FrmCheckReportTest, EnterClosesTheListAndPrintsNothing) {
     ASSERT_EQ(ui->messages.size(), 1);
     EXPECT_EQ(ui->messages[0].request.text, QStringLiteral("印刷を実行しますか？"));
     EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("list.pdf"))));
-}
-
-TEST(FrmCheckReportTest, BatchSetTextWritesTheReportBlock) {
-    RecordingUiGuard ui;
-    frmCheckReport form;
-    form.SetText(QStringLiteral("■問題\r\n\r\n"));
-    EXPECT_EQ(ui->reports, QList<QString>{QStringLiteral("入力内容の問題点一覧\n■問題\r\n\r\n")});
-    EXPECT_FALSE(form.isVisible());
 }
 
 }  // namespace

@@ -67,29 +67,5 @@ TEST_F(RuleFileTest, MissingRecordAndMissingCountsAreInputPastEnd) {
     }
 }
 
-TEST_F(RuleFileTest, FileEndingInsideTheTermsGivesThoseReadAndSaysSo) {
-    // ":A400" x y z "5N,7T" then "4,-2147483648" and the end of the file.
-    SequentialInput file = open(test::hexBytes(
-        "3a 41 34 30 30 0d 0a 78 0d 0a 79 0d 0a 7a 0d 0a 35 4e 2c 37 54 0d 0a"
-        "34 2c 2d 32 31 34 37 34 38 33 36 34 38 0d 0a"));
-    seekSumRule(file, QStringLiteral("A400"));
-    const SumRule rule = readSumRule(file);
-    EXPECT_EQ(rule.termCount, 5);
-    EXPECT_EQ(rule.target, 7);
-    EXPECT_EQ(rule.terms, (std::vector<std::int32_t>{4, -2147483647 - 1}));
-    EXPECT_TRUE(rule.cutShort);
-}
-
-TEST_F(RuleFileTest, CountsThatAreNoNumbersCountAsZero) {
-    // ":A400" x y z "N,T" 1,2 : no terms are read at all.
-    SequentialInput file = open(test::hexBytes("3a 41 34 30 30 0d 0a 78 0d 0a 79 0d 0a 7a 0d 0a 4e 2c 54 0d 0a 31 2c 32 0d 0a"));
-    seekSumRule(file, QStringLiteral("A400"));
-    const SumRule rule = readSumRule(file);
-    EXPECT_EQ(rule.termCount, 0);
-    EXPECT_EQ(rule.target, 0);
-    EXPECT_TRUE(rule.terms.empty());
-    EXPECT_FALSE(rule.cutShort);
-}
-
 }  // namespace
 }  // namespace kelvary

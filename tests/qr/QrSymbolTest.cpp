@@ -287,20 +287,5 @@ TEST(QrSymbolImage, OneBitBmpWithWholePixelModulesAndQuietZone) {
         EXPECT_EQ(loaded.pixel(16 + d, 16 + d), qRgb(0, 0, 0));
 }
 
-TEST(QrSymbolFailure, TooLargeIsReportedAndWritesNothing) {
-    QrHome home;
-    resetRunOutcome();
-    frmQRCode renderer;
-    const QString image = home.temp(QStringLiteral("NListData0_1.bmp"));
-    renderer.MakeQRCode(image, QString(3000, QLatin1Char('x')));
-    EXPECT_EQ(runExitStatus(), ExitError);
-    EXPECT_FALSE(QFile::exists(image));
-    EXPECT_FALSE(QFile::exists(image + QStringLiteral(".Txt")));
-    ASSERT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mMakeQRCode")});
-    const QString text = home.ui().messages.front().request.text;
-    EXPECT_TRUE(text.contains(QStringLiteral("NListData0_1"))) << text.toStdString();
-    EXPECT_TRUE(text.contains(QStringLiteral("3000"))) << text.toStdString();
-}
-
 }  // namespace
 }  // namespace kelvary

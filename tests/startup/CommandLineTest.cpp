@@ -1,5 +1,5 @@
-// The command line: options, the parent's one text split by gCommandGet, and
-// the program's answers to --help, --version and mistakes.
+// The command line: options, output modes, and the program's answers to
+// mistakes.
 #include "platform/AppObject.h"
 #include "startup/CommandLine.h"
 #include "startup/mdlFunctionApplication.h"
@@ -17,37 +17,7 @@ CommandLineResult parse(QStringList args) {
     args.prepend(QStringLiteral("kelvary"));
     return parseCommandLine(args);
 }
-
-struct Fields {
-    QString f1, f2, f3;
-    std::optional<OutputMode> f4;
-};
-Fields split(const QString& text, Fields start = {}) {
-    app::setCommandLine(text);
-    gCommandGet(start.f1, start.f2, start.f3, start.f4);
-    app::setCommandLine(QString());
-    return start;
-}
 }  // namespace
-
-TEST(ParseCommandLine, DefaultsAndBatchOptions) {
-    const auto r = parse({"--batch", "--periods", "1,3", "--course", "3", "--yes", "a.dat"});
-    ASSERT_TRUE(r.commandLine);
-    EXPECT_EQ(r.commandLine->mode, OutputMode::Print);
-    EXPECT_TRUE(r.commandLine->batch.enabled);
-    EXPECT_EQ(r.commandLine->batch.periods, QStringLiteral("1,3"));
-    EXPECT_EQ(r.commandLine->batch.course, QStringLiteral("3"));
-    EXPECT_TRUE(r.commandLine->batch.answerYes);
-}
-
-TEST(ParseCommandLine, MistakesAreRefused) {
-    EXPECT_FALSE(parse({"--frobnicate", "a.dat"}).commandLine);
-    EXPECT_FALSE(parse({"--mode", "5", "a.dat"}).commandLine);
-    EXPECT_FALSE(parse({"--periods", "latest", "a.dat"}).commandLine);
-    EXPECT_FALSE(parse({"--course", "2", "a.dat"}).commandLine);
-    EXPECT_FALSE(parse({"--batch"}).commandLine);
-    EXPECT_FALSE(parse({"a.dat", "b.dat"}).commandLine);
-}
 
 TEST(ParseCommandLine, MistakesAreSaidInJapanese) {
     const auto error = [](QStringList args) { return parse(std::move(args)).error; };
@@ -78,39 +48,6 @@ TEST(refuseCommandLine, DesktopSessionShowsTheSentenceInABox) {
     EXPECT_EQ(desktop->messages[0].request.text, QStringLiteral("申請データファイルが指定されていません。"));
     EXPECT_EQ(desktop->messages[0].request.title, QStringLiteral("起動できません"));
     setUserInterface(nullptr);
-}
-
-TEST(gCommandGet, WholeTextWithoutSlashIsFieldOne) {
-    const Fields f = split(QStringLiteral("  Ｃ:Ｄａｔａ\\ＡＰＰ.dat  "), {"", "keep2", "keep3", OutputMode::SendFileCourse3});
-    EXPECT_EQ(f.f1, QStringLiteral("c:data\\app.dat"));
-    EXPECT_EQ(f.f2, QStringLiteral("keep2"));
-    EXPECT_EQ(f.f4, OutputMode::SendFileCourse3);
-}
-
-TEST(gCommandGet, TooFewFieldsIsReportedInModeOne) {
-    const test::ProgramFolder home("[System]\r\nShowErrMsg=-1\r\n");
-    test::RecordingUiGuard ui;
-    const Fields f = split(QStringLiteral("/a.dat/b.pdf"));
-    EXPECT_EQ(f.f1, QStringLiteral("a.dat"));
-    EXPECT_EQ(f.f2, QStringLiteral("b.pdf"));
-    EXPECT_EQ(f.f3, QString());
-    EXPECT_EQ(f.f4, std::nullopt);
-    ASSERT_EQ(ui->messages.size(), 1);
-    EXPECT_TRUE(ui->messages[0].request.text.contains(QStringLiteral("場所： gCommandGet\r\n")));
-    EXPECT_TRUE(ui->messages[0].request.text.endsWith(QStringLiteral("処理を中断します。")));
-}
-
-// Field 4 of the parent's text is read as it is typed: narrowed, then only
-// the four digits are modes; anything else runs as no mode at all.
-TEST(gCommandGet, FieldFourIsReadAsAnOutputMode) {
-    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf//３")).f4, OutputMode::SendFileCourse1);
-    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf/y/2/more")).f4, OutputMode::ApplicationPdf);
-    const Fields four = split(QStringLiteral("/A.DAT/B.PDF//4"));
-    EXPECT_EQ(four.f1, QStringLiteral("a.dat"));
-    EXPECT_EQ(four.f4, OutputMode::SendFileCourse3);
-    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf//5")).f4, std::nullopt);
-    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf//")).f4, std::nullopt);
-    EXPECT_EQ(split(QStringLiteral("/a.dat/b.pdf//1 1")).f4, std::nullopt);
 }
 
 TEST(OutputMode, OnlyTheFourDigitsAreModes) {

@@ -1,5 +1,5 @@
-// Message boxes and the error display: kinds, defaults, results, the exact
-// error text, the settings switch and the batch transcript.
+// Message boxes and the error display: a warning's default answer, and the
+// settings switch that silences the display but never the log.
 #include "platform/AppObject.h"
 #include "platform/VbError.h"
 #include "startup/BatchUserInterface.h"
@@ -55,33 +55,6 @@ TEST(QtMessageBox, WarningKindAnswersNoToEnter) {
     EXPECT_FALSE(result);
 }
 
-TEST(ShowErrMsg, TextLayoutLineByLine) {
-    const QString text = errorReportText(QStringLiteral("gvarGetData"), 1, 13,
-                                         QStringLiteral("型が一致しません。"), std::nullopt);
-    const QString expected = QStringLiteral(
-        "プログラムの実行中にエラーが発生しました。\r\n"
-        "場所： gvarGetData\r\n"
-        "\r\n"
-        "番号： 13\r\n"
-        "\r\n"
-        "内容： 型が一致しません。\r\n"
-        "\r\n"
-        "位置： 位置情報は設定されていません\r\n"
-        "\r\n"
-        "\r\n"
-        "処理を中断します。");
-    EXPECT_EQ(text, expected);
-}
-
-TEST(ShowErrMsg, MissingItemHasItsOwnFirstLineAndPositionIsShown) {
-    const QString text = errorReportText(QStringLiteral("X"), 0, 3265, QStringLiteral("d"), 120);
-    EXPECT_TRUE(text.startsWith(QStringLiteral("データファイルのバージョンが古いため必要な項目が足りません\r\n")));
-    EXPECT_TRUE(text.contains(QStringLiteral("位置： 120\r\n")));
-    EXPECT_TRUE(text.endsWith(QStringLiteral("\r\n\r\n\r\n処理を続けます。")));
-    EXPECT_TRUE(errorReportText(QStringLiteral("X"), 2, 5, QString(), std::nullopt)
-                    .endsWith(QStringLiteral("処理を続けますか？")));
-}
-
 TEST(ShowErrMsg, SilentWithoutSettingButAlwaysLogged) {
     ProgramFolder folder;
     RecordingUiGuard ui;
@@ -89,28 +62,4 @@ TEST(ShowErrMsg, SilentWithoutSettingButAlwaysLogged) {
     EXPECT_FALSE(reportInMode(2, 13));
     EXPECT_TRUE(ui->messages.isEmpty());
     EXPECT_TRUE(logText(folder).contains(QStringLiteral("場所： 場所A")));
-}
-
-TEST(ShowErrMsg, OtherValuesThanMinusOneKeepItSilent) {
-    ProgramFolder folder("[System]\r\nShowErrMsg=1\r\n");
-    RecordingUiGuard ui;
-    EXPECT_FALSE(reportInMode(0, 13));
-    EXPECT_TRUE(ui->messages.isEmpty());
-}
-
-TEST(ShowErrMsg, VisibleBoxAndModeTwoAnswer) {
-    ProgramFolder folder("[System]\r\nShowErrMsg=-1\r\n");
-    RecordingUiGuard ui;
-    ui->yesNoAnswer = MsgAnswer::Yes;
-    EXPECT_TRUE(reportInMode(2, 13));
-    EXPECT_FALSE(reportInMode(1, 13));
-    ASSERT_EQ(ui->messages.size(), 2);
-    const MessageRequest& box = ui->messages[0].request;
-    EXPECT_EQ(box.title, QStringLiteral("エラーが発生しました"));
-    EXPECT_EQ(box.icon, MsgIcon::Critical);
-    EXPECT_EQ(box.buttons, MsgButtons::YesNo);
-    EXPECT_TRUE(box.text.contains(QStringLiteral("内容： 説明\r\n")));
-    EXPECT_EQ(ui->messages[1].request.buttons, MsgButtons::Ok);
-    ui->yesNoAnswer = MsgAnswer::No;
-    EXPECT_FALSE(reportInMode(2, 13));
 }

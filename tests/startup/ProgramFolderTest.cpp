@@ -123,23 +123,3 @@ TEST_F(Installed, AFolderThatCannotBeMadeIsExplainedInJapanese) {
     EXPECT_TRUE(choice.error.startsWith(QStringLiteral("作業用フォルダ「"))) << choice.error.toStdString();
     EXPECT_TRUE(choice.error.contains(QStringLiteral("書き込み権限")));
 }
-
-TEST_F(Installed, TheInstalledProgramRunsTheSampleInTheUsersFolder) {
-    installProgram(readFile(test::appDir() + QStringLiteral("/kelvary")));
-    const auto before = fingerprint(installed);
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove(QStringLiteral("KELVARY_HOME"));
-    env.insert(QStringLiteral("XDG_DATA_HOME"), dataHome);
-    QProcess run;
-    run.setProcessEnvironment(env);
-    run.setWorkingDirectory(root.path());
-    const QString pdf = root.filePath(QStringLiteral("sample.pdf"));
-    run.start(installed + QStringLiteral("/kelvary"),
-              {"--batch", "--mode", "3", "--periods", "all", "--pdf", pdf, installed + QStringLiteral("/sample/app.dat")});
-    ASSERT_TRUE(run.waitForFinished(120000));
-    EXPECT_EQ(run.exitCode(), 0) << run.readAllStandardError().toStdString();
-    EXPECT_TRUE(readFile(pdf).startsWith("%PDF-"));
-    // The run's symbols went to the user's Temp; the installed folder is as it was.
-    EXPECT_FALSE(QDir(user + QStringLiteral("/Temp")).entryList({QStringLiteral("*.bmp")}).isEmpty());
-    EXPECT_EQ(fingerprint(installed), before);
-}
