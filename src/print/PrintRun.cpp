@@ -5,6 +5,7 @@
 #include "db/mdlFunctionDatabase.h"
 #include "platform/VbFormat.h"
 #include "print/PeriodImport.h"
+#include "print/QrPages.h"
 #include "print/frmPrintManager.h"
 #include "startup/RunOutcome.h"
 #include "startup/frmMDIForm.h"
@@ -90,7 +91,7 @@ bool PrintRun::mImportPeriods(const QString& seed) {
             mblnPeriodProblem[i] = true;
             allPass = false;
         }
-        mSymbolCounts[i] = mMakePeriodPayloads(i, indexId, seed);
+        mPeriodSymbols[i] = mMakePeriodPayloads(i, indexId, seed);
     }
     return allPass;
 }
@@ -121,7 +122,7 @@ void PrintRun::mPrintPages(frmPrintManager& manager, std::optional<OutputMode> m
     if (!printStatements) return;
     for (int i = 0; i < mlngIndexID.size() && !gblnQuitRequested(); ++i) {
         gMsgForm(2, verb + QStringLiteral("処理中(財務諸表[") + QString::number(i) + QStringLiteral("])"));
-        mPrintFS(manager, i, mlngIndexID[i], mSymbolCounts[i], mblnPeriodProblem[i], mEdition());
+        mPrintFS(manager, i, mlngIndexID[i], mPeriodSymbols[i], mblnPeriodProblem[i], mEdition());
         mPrintAfterPeriod(manager, i);
     }
 }
@@ -146,14 +147,14 @@ void PrintRun::mPrint() {
         if (printStatements) {
             mlngIndexID = QList<std::int32_t>(lastPeriod + 1, 0);
             mlngLinkCode = QList<std::int32_t>(lastPeriod + 1, 0);
-            mSymbolCounts = QList<PeriodSymbolCounts>(lastPeriod + 1);
+            mPeriodSymbols = QList<qr::QrSymbolList>(lastPeriod + 1);
             mblnPeriodProblem = QList<bool>(lastPeriod + 1, false);
         }
         gMsgForm(2, verb + QStringLiteral("処理開始"));
         if (!mClearTempFolder()) return;
         gMsgForm(2, QStringLiteral("QRコード生成中"));
         if (printApplication) {
-            mMakeApplicationPayloads(seed, lastPeriod);
+            mApplicationSymbols = mMakeApplicationPayloads(seed, lastPeriod);
             if (!mCheckApplication()) {
                 applicationProblem = true;
                 problem = true;

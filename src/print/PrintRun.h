@@ -4,7 +4,7 @@
 // printing stage. The two editions differ only in the hooks below.
 #pragma once
 
-#include "print/QrPages.h"
+#include "qr/QrSymbolRecord.h"
 #include "startup/FormEdition.h"
 #include "startup/OutputMode.h"
 
@@ -25,9 +25,10 @@ public:
     void PrintDocument();
 
 protected:
-    virtual void mMakeApplicationPayloads(const QString& seed, long lastPeriod) = 0;
+    // Each gives the symbols its generator made.
+    virtual qr::QrSymbolList mMakeApplicationPayloads(const QString& seed, long lastPeriod) = 0;
     virtual bool mCheckApplication() = 0;
-    virtual PeriodSymbolCounts mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) = 0;
+    virtual qr::QrSymbolList mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) = 0;
     // True when the period's statements pass; the current edition does not check them.
     virtual bool mCheckPeriod(std::int32_t indexId) = 0;
     virtual bool mAskToContinue(const QString& verb) = 0;
@@ -46,6 +47,8 @@ protected:
     long mlngCourseNumber = 0;
     bool mblnSendResult = false;
     QString mstrReportText;
+    // The application's symbols, for its supplementary document.
+    qr::QrSymbolList mApplicationSymbols;
     // Per chosen period, newest first.
     QList<std::int32_t> mlngIndexID;
     QList<std::int32_t> mlngLinkCode;
@@ -59,7 +62,8 @@ private:
     void mPrintPages(frmPrintManager& manager, std::optional<OutputMode> mode, const QString& verb, bool printApplication,
                      bool printStatements, bool applicationProblem);
 
-    QList<PeriodSymbolCounts> mSymbolCounts;
+    // Per chosen period, the symbols its generator made.
+    QList<qr::QrSymbolList> mPeriodSymbols;
     QList<bool> mblnPeriodProblem;
 };
 

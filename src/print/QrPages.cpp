@@ -9,15 +9,27 @@
 #include "startup/mdlFunctionStandard.h"
 
 namespace kelvary {
+namespace {
 
-QString mstrSymbolImageFile(const QString& fileBase) {
-    return gstrProgramInfo(0) + QStringLiteral("Temp/") + fileBase + QStringLiteral(".bmp");
+using qr::QrSymbolList;
+using qr::SymbolKind;
+
+// The groups that follow the period header, in page order. The equity header
+// leads equity rows only: without them it is left off the page.
+QList<QrSymbolList> periodGroups(const QrSymbolList& symbols, long periodIndex) {
+    const QrSymbolList equity = qr::symbolsOf(symbols, SymbolKind::CapitalData);
+    QrSymbolList equityHeader;
+    if (!equity.isEmpty()) equityHeader << qr::symbolOrNamed(symbols, SymbolKind::CapitalHeader, periodIndex);
+    return {qr::symbolsOf(symbols, SymbolKind::ZaimuData), qr::symbolsOf(symbols, SymbolKind::KamokuData),
+            equityHeader, equity, qr::symbolsOf(symbols, SymbolKind::NListData)};
 }
 
-void mPutQRSymbol(frmPrintManager& manager, long slot, const QString& fileBase, long number) {
-    manager.SetImage(QStringLiteral("WrImage"), mstrSymbolImageFile(fileBase), slot, 1);
+}  // namespace
+
+void mPutQRSymbol(frmPrintManager& manager, long slot, const qr::QrSymbolRecord& symbol, long number) {
+    manager.SetImage(QStringLiteral("WrImage"), symbol.imagePath, slot, 1);
     manager.OutPutData(QStringLiteral("Num"), Variant(static_cast<int>(number == 0 ? slot : number)), slot, 1);
-    manager.OutPutData(QStringLiteral("WrText"), fileBase, slot, 1);
+    manager.OutPutData(QStringLiteral("WrText"), symbol.name, slot, 1);
 }
 
 void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, long pageTotal,
@@ -53,15 +65,12 @@ void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, l
     }
 }
 
-void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, long periodIndex, long pageTotal,
-                 std::int32_t indexId, long& slot, long& page, bool single, FormEdition edition) {
+void mPrintFSSub(frmPrintManager& manager, const QrSymbolList& group, long pageTotal, std::int32_t indexId,
+                 long& slot, long& page, FormEdition edition) {
     try {
-        for (long k = 1; k <= count; ++k) {
+        for (const qr::QrSymbolRecord& symbol : group) {
             ++slot;
-            const QString file =
-                single ? fileBase + QString::number(periodIndex)
-                       : fileBase + QString::number(periodIndex) + QStringLiteral("_") + QString::number(k);
-            mPutQRSymbol(manager, slot, file, slot + (page - 1) * kSymbolsPerPage);
+            mPutQRSymbol(manager, slot, symbol, slot + (page - 1) * kSymbolsPerPage);
             if (slot == kSymbolsPerPage) {
                 slot = 0;
                 ++page;
@@ -75,31 +84,22 @@ void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, 
     }
 }
 
-void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, const PeriodSymbolCounts& counts,
+void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, const QrSymbolList& symbols,
               bool problemMark, FormEdition edition) {
     try {
-        long symbols = 1 + counts.statements + counts.renamedItems + counts.equity + counts.noteList;
-        if (counts.equity > 0) ++symbols;
-        const long pageTotal = glngCeilDiv(symbols, kSymbolsPerPage);
+        const QList<QrSymbolList> groups = periodGroups(symbols, periodIndex);
+        long symbolTotal = 1;
+        for (const QrSymbolList& group : groups) symbolTotal += static_cast<long>(group.size());
+        const long pageTotal = glngCeilDiv(symbolTotal, kSymbolsPerPage);
 
         manager.SetPrintFile(QStringLiteral("FSQRCode.w30"));
         long page = 1;
         long slot = 0;
         mPrintFSHeader(manager, indexId, page, pageTotal, edition);
         slot = 1;
-        mPutQRSymbol(manager, 1, QStringLiteral("ZaimuHeader") + QString::number(periodIndex));
-
-        mPrintFSSub(manager, QStringLiteral("ZaimuData"), counts.statements, periodIndex, pageTotal, indexId, slot,
-                    page, false, edition);
-        mPrintFSSub(manager, QStringLiteral("KamokuData"), counts.renamedItems, periodIndex, pageTotal, indexId, slot,
-                    page, false, edition);
-        if (counts.equity > 0)
-            mPrintFSSub(manager, QStringLiteral("CapitalHeader"), 1, periodIndex, pageTotal, indexId, slot, page, true,
-                        edition);
-        mPrintFSSub(manager, QStringLiteral("CapitalData"), counts.equity, periodIndex, pageTotal, indexId, slot, page,
-                    false, edition);
-        mPrintFSSub(manager, QStringLiteral("NListData"), counts.noteList, periodIndex, pageTotal, indexId, slot, page,
-                    false, edition);
+        mPutQRSymbol(manager, 1, qr::symbolOrNamed(symbols, SymbolKind::ZaimuHeader, periodIndex));
+        for (const QrSymbolList& group : groups)
+            mPrintFSSub(manager, group, pageTotal, indexId, slot, page, edition);
         manager.EndPage(problemMark);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mPrintFS"), 0);

@@ -50,7 +50,8 @@ QString mstrLicenceNumberText(const Variant& prefCode, const Variant& classCode,
     return text + licenceNumberDigits(numberB);
 }
 
-void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const SupplementChoices& choices) {
+void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const qr::QrSymbolList& symbols,
+                  const SupplementChoices& choices) {
     const bool earlier = choices.edition == FormEdition::Earlier;
     manager.SetPrintFile(supplementLayoutFile(choices.edition));
     const Recordset record =
@@ -80,17 +81,18 @@ void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const Suppl
     for (const QString& key : {QStringLiteral("UserID"), QStringLiteral("UserName"), QStringLiteral("UserTel")})
         manager.OutPutData(key, gvarGetIniData(key, section));
 
-    mPutQRSymbol(manager, 1, QStringLiteral("ApplyHeader"));
-    mPutQRSymbol(manager, 2, QStringLiteral("ApplyDoc1"));
-    mPutQRSymbol(manager, 3, QStringLiteral("ApplyDoc2"));
+    // Earlier editions make no ApplyHeader; its slot is captioned all the same.
+    mPutQRSymbol(manager, 1, qr::symbolOrNamed(symbols, qr::SymbolKind::ApplyHeader));
+    mPutQRSymbol(manager, 2, qr::symbolOrNamed(symbols, qr::SymbolKind::ApplyDoc1));
+    mPutQRSymbol(manager, 3, qr::symbolOrNamed(symbols, qr::SymbolKind::ApplyDoc2));
     manager.OutPutData(QStringLiteral("VersionNumber"),
                        QStringLiteral("( ") + gstrAppVersion() + QStringLiteral(" )") + QStringLiteral("kv"));
 }
 
-void mPrintSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const SupplementChoices& choices,
-                  bool problemMark) {
+void mPrintSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const qr::QrSymbolList& symbols,
+                  const SupplementChoices& choices, bool problemMark) {
     try {
-        mWriteSubDoc(manager, apDataCode, choices);
+        mWriteSubDoc(manager, apDataCode, symbols, choices);
         manager.EndPage(problemMark);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mPrintSubDoc"), 0);

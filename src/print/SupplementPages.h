@@ -4,6 +4,7 @@
 // QR symbols.
 #pragma once
 
+#include "qr/QrSymbolRecord.h"
 #include "startup/FormEdition.h"
 
 #include <QString>
@@ -24,13 +25,15 @@ struct SupplementChoices {
 };
 
 // Fills "SubDoc_200804.w30" and ends its page; printed even when the
-// application record is missing.
-void mPrintSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const SupplementChoices& choices,
-                  bool problemMark);
+// application record is missing. symbols: what the application's QR
+// generator made; each of its three slots is shown, made or not.
+void mPrintSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const qr::QrSymbolList& symbols,
+                  const SupplementChoices& choices, bool problemMark);
 
 // Opens the layout and writes every field of the page without ending it;
 // mPrintSubDoc ends it.
-void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const SupplementChoices& choices);
+void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const qr::QrSymbolList& symbols,
+                  const SupplementChoices& choices);
 
 // The licence number as one line, for example
 // "東京都知事許可( 般 - 20)第012345号", from licence 1's four values.

@@ -11,23 +11,24 @@
 
 namespace kelvary {
 
-void clsPrintMain::mMakeApplicationPayloads(const QString& seed, long /*lastPeriod: no header payload*/) {
+qr::QrSymbolList clsPrintMain::mMakeApplicationPayloads(const QString& seed, long /*lastPeriod: no header payload*/) {
     clsQRCode qr;
     qr.setVerifyID(seed);
     qr.setCourseNumber(mlngCourseNumber);
     gMsgForm(2, QStringLiteral("QRコード生成中(経営状況分析申請書)"));
     qr.MakeAPData(mlngAPDataCode);
+    return qr.Symbols();
 }
 
 bool clsPrintMain::mCheckApplication() {
     return mblnVaridateAPData(FormEdition::Earlier, mlngAPDataCode, true, true, mstrReportText);
 }
 
-PeriodSymbolCounts clsPrintMain::mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) {
+qr::QrSymbolList clsPrintMain::mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) {
     clsQRCode qr;
     qr.setVerifyID(seed);
     qr.MakeFSData(page, indexId);
-    return {qr.FSQRCodeCount(), qr.KamokuQRCodeCount(), qr.NListQRCodeCount(), qr.CapitalQRCodeCount()};
+    return qr.Symbols();
 }
 
 bool clsPrintMain::mCheckPeriod(std::int32_t indexId) {
@@ -47,7 +48,8 @@ bool clsPrintMain::mAskToContinue(const QString& verb) {
 
 void clsPrintMain::mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) {
     gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請に関する補足書類)"));
-    mPrintSubDoc(manager, mlngAPDataCode, SupplementChoices{mlngCourseNumber, mblnSendResult, FormEdition::Earlier},
+    mPrintSubDoc(manager, mlngAPDataCode, mApplicationSymbols,
+                 SupplementChoices{mlngCourseNumber, mblnSendResult, FormEdition::Earlier},
                  applicationProblem);
     gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請書)"));
     mPrintAP(manager, mlngAPDataCode, mblnProxy, applicationProblem, FormEdition::Earlier);

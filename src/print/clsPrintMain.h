@@ -9,9 +9,9 @@ namespace kelvary {
 
 class clsPrintMain : public PrintRun {
 protected:
-    void mMakeApplicationPayloads(const QString& seed, long lastPeriod) override;
+    qr::QrSymbolList mMakeApplicationPayloads(const QString& seed, long lastPeriod) override;
     bool mCheckApplication() override;
-    PeriodSymbolCounts mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) override;
+    qr::QrSymbolList mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) override;
     bool mCheckPeriod(std::int32_t indexId) override;
     bool mAskToContinue(const QString& verb) override;
     void mPrintApplicationPages(frmPrintManager& manager, const QString& verb, bool applicationProblem) override;

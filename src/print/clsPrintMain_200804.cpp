@@ -12,7 +12,7 @@
 
 namespace kelvary {
 
-void clsPrintMain_200804::mMakeApplicationPayloads(const QString& seed, long lastPeriod) {
+qr::QrSymbolList clsPrintMain_200804::mMakeApplicationPayloads(const QString& seed, long lastPeriod) {
     clsQRCode_200804 qr;
     qr.setVerifyID(seed);
     qr.setCourseNumber(mlngCourseNumber);
@@ -22,17 +22,18 @@ void clsPrintMain_200804::mMakeApplicationPayloads(const QString& seed, long las
     qr.MakeHeader(lastPeriod);
     gMsgForm(2, QStringLiteral("QRコード生成中(経営状況分析申請書)"));
     qr.MakeAPData(mlngAPDataCode);
+    return qr.Symbols();
 }
 
 bool clsPrintMain_200804::mCheckApplication() {
     return mblnVaridateAPData(FormEdition::Form200804, mlngAPDataCode, true, true, mstrReportText);
 }
 
-PeriodSymbolCounts clsPrintMain_200804::mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) {
+qr::QrSymbolList clsPrintMain_200804::mMakePeriodPayloads(long page, std::int32_t indexId, const QString& seed) {
     clsQRCode_200804 qr;
     qr.setVerifyID(seed);
     qr.MakeFSData(page, indexId);
-    return {qr.FSQRCodeCount(), qr.KamokuQRCodeCount(), qr.NListQRCodeCount(), qr.CapitalQRCodeCount()};
+    return qr.Symbols();
 }
 
 bool clsPrintMain_200804::mAskToContinue(const QString& verb) {
@@ -49,7 +50,8 @@ bool clsPrintMain_200804::mAskToContinue(const QString& verb) {
 void clsPrintMain_200804::mPrintApplicationPages(frmPrintManager& manager, const QString& verb,
                                                  bool applicationProblem) {
     gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請に関する補足書類)"));
-    mPrintSubDoc(manager, mlngAPDataCode, SupplementChoices{mlngCourseNumber, mblnSendResult}, applicationProblem);
+    mPrintSubDoc(manager, mlngAPDataCode, mApplicationSymbols, SupplementChoices{mlngCourseNumber, mblnSendResult},
+                 applicationProblem);
     gMsgForm(2, verb + QStringLiteral("処理中(経営状況分析申請書)"));
     mPrintAP(manager, mlngAPDataCode, mblnProxy, applicationProblem);
 }

@@ -93,18 +93,12 @@ void QrGenerator::MakeAPData(std::int32_t lngAPDataCode) { mMakeQRCodeAPData(lng
 void QrGenerator::MakeFSData(long lngPage, std::int32_t lngFSDataCode) {
     mlngPage = lngPage;
     mlngFSDataCode = lngFSDataCode;
-    mlngFSQRCodeCount = 0;
-    mlngKamokuQRCodeCount = 0;
-    mlngCapitalQRCodeCount = 0;
-    StatementPayloads statements(*mfrmQRCode, mstrVerifyID, lngPage, lngFSDataCode);
+    msymbols.removeIf([](const QrSymbolRecord& symbol) { return isPeriodKind(symbol.kind); });
+    StatementPayloads statements(*mfrmQRCode, msymbols, mstrVerifyID, lngPage, lngFSDataCode);
     statements.mMakeQRCodeFSData();
-    mlngFSQRCodeCount = statements.FSQRCodeCount;
     statements.mMakeQRCodeChangedKamoku();
-    mlngKamokuQRCodeCount = statements.KamokuQRCodeCount;
     statements.mMakeQRCodeFSCapital();
-    mlngCapitalQRCodeCount = statements.CapitalQRCodeCount;
     statements.mMakeQRCodeFSNList();
-    mlngNListQRCodeCount = statements.NListQRCodeCount;
     mMakeQRCodeFSHeader();
 }
 
@@ -113,9 +107,14 @@ void QrGenerator::mAddHeaderLine(QString& strData, const QString& strName, long 
     qr::mAddHeaderLine(strData, strName, mstrVerifyID, lngCount, lngColumns, blnInFront);
 }
 
+void QrGenerator::mRender(SymbolKind kind, const QString& strName, const QString& strData) {
+    msymbols << QrSymbolRecord{kind, strName, strData, mstrGetImageFile(strName)};
+    mfrmQRCode->MakeQRCode(msymbols.last().imagePath, strData);
+}
+
 void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
     try {
-        const QString name = QStringLiteral("ApplyHeader");
+        const QString name = mstrSymbolName(SymbolKind::ApplyHeader);
         const auto longValue = [](long value) { return Variant::fromLong(static_cast<std::int32_t>(value)); };
         // The agent flags come last, so an edition without them stops at 5.
         const std::array<Variant, 7> records = {
@@ -131,7 +130,7 @@ void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
         mAddHeaderLine(payload, name, mrecords.applyHeader, 2, false);
         for (long i = 0; i < mrecords.applyHeader; ++i)
             mAddDataLine(payload, i + 1, {records.at(static_cast<size_t>(i))});
-        mfrmQRCode->MakeQRCode(mstrGetImageFile(name), payload);
+        mRender(SymbolKind::ApplyHeader, name, payload);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mMakeQRCodeApplyHeader"), 1);
     }
@@ -147,7 +146,8 @@ void QrGenerator::mMakeQRCodeAPData(std::int32_t lngAPDataCode) {
     if (trap.ended() || rs.isNothing() || rs.eof()) return;
 
     long number = 0;
-    const auto build = [&](const QString& name, const auto& columns) {
+    const auto build = [&](SymbolKind kind, const auto& columns) {
+        const QString name = mstrSymbolName(kind);
         QString payload;
         mAddHeaderLine(payload, name, static_cast<long>(columns.size()), 2, false);
         for (const ApplicationColumn& column : columns) {
@@ -158,11 +158,11 @@ void QrGenerator::mMakeQRCodeAPData(std::int32_t lngAPDataCode) {
             });
             if (trap.ended()) return;
         }
-        trap.run([&] { mfrmQRCode->MakeQRCode(mstrGetImageFile(name), payload); });
+        trap.run([&] { mRender(kind, name, payload); });
     };
-    build(QStringLiteral("ApplyDoc1"), kApplyDoc1Columns);
+    build(SymbolKind::ApplyDoc1, kApplyDoc1Columns);
     if (!trap.ended())
-        build(QStringLiteral("ApplyDoc2"),
+        build(SymbolKind::ApplyDoc2,
               std::span(kApplyDoc2Columns).first(static_cast<size_t>(mrecords.applyDoc2)));
 }
 
@@ -174,7 +174,7 @@ void QrGenerator::mMakeQRCodeFSHeader() {
                                QString::number(mlngFSDataCode));
     });
     if (trap.ended()) return;
-    const QString name = QStringLiteral("ZaimuHeader") + QString::number(mlngPage);
+    const QString name = mstrSymbolName(SymbolKind::ZaimuHeader, mlngPage);
     QString payload;
     mAddHeaderLine(payload, name, mrecords.periodHeader, 2, false);
     const auto field = [&](const char* column) { return rs[QString::fromLatin1(column)]; };
@@ -187,8 +187,8 @@ void QrGenerator::mMakeQRCodeFSHeader() {
         [&] { return field("TaxType"); },
         [&] { return Variant(1); },
         [&] { return field("Distinction"); },
-        [&] { return longValue(mlngFSQRCodeCount); },
-        [&] { return longValue(mlngKamokuQRCodeCount); },
+        [&] { return longValue(FSQRCodeCount()); },
+        [&] { return longValue(KamokuQRCodeCount()); },
         [&] { return field("SideBusinessFlag"); },
         [&] { return field("ApplyerName"); },
         [&] { return Variant(gstrAppVersion()); },
@@ -208,8 +208,8 @@ void QrGenerator::mMakeQRCodeFSHeader() {
             return Variant(vbFormat(date, dateForm));
         },
         [&] { return Variant(1); },
-        [&] { return longValue(mlngNListQRCodeCount); },
-        [&] { return longValue(mlngCapitalQRCodeCount); },
+        [&] { return longValue(NListQRCodeCount()); },
+        [&] { return longValue(CapitalQRCodeCount()); },
         [&] {
             Variant amount = field("NoteTrustDebt");
             return gvarConvUnitType(amount);
@@ -221,7 +221,7 @@ void QrGenerator::mMakeQRCodeFSHeader() {
     for (size_t i = 0; i < recordCount && !trap.ended(); ++i)
         trap.run([&] { mAddDataLine(payload, static_cast<long long>(i + 1), {records[i]()}); });
     if (trap.ended()) return;
-    trap.run([&] { mfrmQRCode->MakeQRCode(mstrGetImageFile(name), payload); });
+    trap.run([&] { mRender(SymbolKind::ZaimuHeader, name, payload); });
 }
 
 }  // namespace kelvary::qr

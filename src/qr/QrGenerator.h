@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "qr/QrSymbolRecord.h"
 #include "qr/frmQRCode.h"
 #include "startup/FormEdition.h"
 
@@ -29,10 +30,15 @@ public:
     // lngPage: the period's 0-based place in print order, part of every name.
     void MakeFSData(long lngPage, std::int32_t lngFSDataCode);
 
-    long FSQRCodeCount() const { return mlngFSQRCodeCount; }
-    long KamokuQRCodeCount() const { return mlngKamokuQRCodeCount; }
-    long NListQRCodeCount() const { return mlngNListQRCodeCount; }
-    long CapitalQRCodeCount() const { return mlngCapitalQRCodeCount; }
+    // Every symbol this generator handed to its renderer, in the order made;
+    // a later MakeFSData replaces the symbols of an earlier one.
+    const QrSymbolList& Symbols() const { return msymbols; }
+
+    // The period's symbols of each split kind, counted in Symbols().
+    long FSQRCodeCount() const { return symbolCount(msymbols, SymbolKind::ZaimuData); }
+    long KamokuQRCodeCount() const { return symbolCount(msymbols, SymbolKind::KamokuData); }
+    long NListQRCodeCount() const { return symbolCount(msymbols, SymbolKind::NListData); }
+    long CapitalQRCodeCount() const { return symbolCount(msymbols, SymbolKind::CapitalData); }
 
     void setVerifyID(const QString& strVerifyID) { mstrVerifyID = strVerifyID; }
     void setCourseNumber(long lngCourseNumber) { mlngCourseNumber = lngCourseNumber; }
@@ -47,6 +53,8 @@ private:
     // The shared header builder with this generator's document ID.
     void mAddHeaderLine(QString& strData, const QString& strName, long lngCount, long lngColumns,
                         bool blnInFront) const;
+    // Records the symbol and hands it to the renderer.
+    void mRender(SymbolKind kind, const QString& strName, const QString& strData);
 
     HeaderRecords mrecords;
     std::unique_ptr<frmQRCode> mfrmQRCode;
@@ -56,10 +64,7 @@ private:
     bool mblnProxy = false;
     long mlngPage = 0;
     std::int32_t mlngFSDataCode = 0;
-    long mlngFSQRCodeCount = 0;
-    long mlngKamokuQRCodeCount = 0;
-    long mlngNListQRCodeCount = 0;
-    long mlngCapitalQRCodeCount = 0;
+    QrSymbolList msymbols;
 };
 
 }  // namespace kelvary::qr

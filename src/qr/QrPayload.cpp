@@ -1,7 +1,6 @@
 // Payload lines and value cleaning shared by the QR generators.
 #include "qr/QrPayload.h"
 
-#include "platform/AppObject.h"
 #include "platform/VbError.h"
 
 #include <cmath>
@@ -41,10 +40,6 @@ Variant mvarCalcUnit(const Variant& value) {
     if (value.isNull()) return value;
     // Adding 0.0 turns a truncated -0 into 0, which VB never shows as "-0".
     return Variant(std::trunc(value.toDouble() / 1000.0) + 0.0);
-}
-
-QString mstrGetImageFile(const QString& symbolName) {
-    return app::path() + QStringLiteral("/Temp/") + symbolName + QStringLiteral(".bmp");
 }
 
 }  // namespace kelvary::qr

@@ -34,7 +34,4 @@ void mAddDataLine(QString& payload, long long number, const QList<Variant>& valu
 // An amount of yen in thousands, truncated toward zero; Null stays Null.
 Variant mvarCalcUnit(const Variant& value);
 
-// Where the image of a symbol goes: the program folder's Temp, name & ".bmp".
-QString mstrGetImageFile(const QString& symbolName);
-
 }  // namespace kelvary::qr

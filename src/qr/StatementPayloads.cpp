@@ -18,6 +18,8 @@ namespace {
 using qr::mAddDataLine;
 using qr::mAddHeaderLine;
 using qr::mvarCalcUnit;
+using qr::QrSymbolList;
+using qr::SymbolKind;
 
 // The amount columns of an equity row, in payload order.
 constexpr std::array<const char*, 18> kEquityAmountColumns = {"Capital",
@@ -44,12 +46,20 @@ const QString kTooLongNote =
 
 }  // namespace
 
-StatementPayloads::StatementPayloads(frmQRCode& renderer, QString verifyId, long page,
+StatementPayloads::StatementPayloads(frmQRCode& renderer, QrSymbolList& made, QString verifyId, long page,
                                      std::int32_t fsDataCode)
-    : renderer_(renderer), verifyId_(std::move(verifyId)), page_(page), fsDataCode_(fsDataCode) {}
+    : renderer_(renderer), made_(made), verifyId_(std::move(verifyId)), page_(page), fsDataCode_(fsDataCode) {}
 
-void StatementPayloads::render(const QString& symbolName, const QString& payload) {
-    renderer_.MakeQRCode(qr::mstrGetImageFile(symbolName), payload);
+QString StatementPayloads::nameOf(SymbolKind kind, long part) const { return qr::mstrSymbolName(kind, page_, part); }
+
+// The record goes in before the renderer runs: a symbol whose image could
+// not be made keeps its place, as the reader counts the symbols it expects.
+// A builder that gives up part way hands on none of its batch, so the period
+// header and the pages agree that the kind is missing.
+void StatementPayloads::render(QrSymbolList& batch, SymbolKind kind, const QString& symbolName,
+                               const QString& payload) {
+    batch << qr::QrSymbolRecord{kind, symbolName, payload, qr::mstrGetImageFile(symbolName)};
+    renderer_.MakeQRCode(batch.last().imagePath, payload);
 }
 
 QString StatementPayloads::keyCondition() const {
@@ -66,6 +76,7 @@ void StatementPayloads::mMakeQRCodeFSData() {
         QStringLiteral(" ItemCode=208 Or ") + QStringLiteral(" NameChangeFlag=True Or ") +
         QStringLiteral(" ItemValue<>0) ") + QStringLiteral(" Order By ItemCode, SortNumber, FSItemID "));
     if (rs.isNothing()) return;
+    QrSymbolList batch;
     long symbols = 0;
     long remainder = 0;
     if (!rs.eof()) {
@@ -80,8 +91,7 @@ void StatementPayloads::mMakeQRCodeFSData() {
     while (!rs.eof() && !trap.ended()) {
         if (count == 0) {
             ++k;
-            name =
-                QStringLiteral("ZaimuData") + QString::number(page_) + QLatin1Char('_') + QString::number(k);
+            name = nameOf(SymbolKind::ZaimuData, k);
             payload.clear();
             const long records = (k == symbols && remainder >= 1) ? remainder : kItemsPerSymbol;
             mAddHeaderLine(payload, name, verifyId_, records, 2, false);
@@ -93,11 +103,11 @@ void StatementPayloads::mMakeQRCodeFSData() {
         ++count;
         rs.moveNext();
         if (rs.eof() || count == kItemsPerSymbol) {
-            trap.run([&] { render(name, payload); });
+            trap.run([&] { render(batch, SymbolKind::ZaimuData, name, payload); });
             count = 0;
         }
     }
-    if (!trap.ended()) FSQRCodeCount = symbols;
+    if (!trap.ended()) made_ += batch;
 }
 
 void StatementPayloads::mMakeQRCodeChangedKamoku() {
@@ -124,6 +134,7 @@ void StatementPayloads::mMakeQRCodeChangedKamoku() {
     if (rs.isNothing()) return;
     // Both item names come back under the same name, so the columns are
     // read by position: 0 code, 1 the period's name, 3 flag, 4 amount.
+    QrSymbolList batch;
     long k = 0;
     long count = 0;
     QString payload;
@@ -139,16 +150,15 @@ void StatementPayloads::mMakeQRCodeChangedKamoku() {
         if (rs.eof() || count == kRenamedItemsPerSymbol) {
             if (count >= 1) {
                 ++k;
-                const QString name = QStringLiteral("KamokuData") + QString::number(page_) +
-                                     QLatin1Char('_') + QString::number(k);
+                const QString name = nameOf(SymbolKind::KamokuData, k);
                 mAddHeaderLine(payload, name, verifyId_, count, 4, true);
-                trap.run([&] { render(name, payload); });
+                trap.run([&] { render(batch, SymbolKind::KamokuData, name, payload); });
             }
             payload.clear();
             count = 0;
         }
     }
-    if (!trap.ended()) KamokuQRCodeCount = k;
+    if (!trap.ended()) made_ += batch;
 }
 
 void StatementPayloads::mMakeQRCodeFSCapital() {
@@ -167,12 +177,13 @@ void StatementPayloads::mMakeQRCodeFSCapital() {
         }
     }
     if (trap.ended()) return;
-    const QString headerName = QStringLiteral("CapitalHeader") + QString::number(page_);
+    const QString headerName = nameOf(SymbolKind::CapitalHeader);
     mAddHeaderLine(payload, headerName, verifyId_, columns, 3, true);
-    trap.run([&] { render(headerName, payload); });
+    trap.run([&] { render(made_, SymbolKind::CapitalHeader, headerName, payload); });
 
     Recordset rs = gobjMakeRecordset(QStringLiteral("Select * From tmpFSCapitalRow Where ") + keyCondition());
     if (rs.isNothing() || trap.ended()) return;
+    QrSymbolList batch;
     long k = 0;
     long count = 0;
     payload.clear();
@@ -197,26 +208,21 @@ void StatementPayloads::mMakeQRCodeFSCapital() {
         rs.moveNext();
         if (rs.eof() || count == kEquityRowsPerSymbol) {
             ++k;
-            const QString name = QStringLiteral("CapitalData") + QString::number(page_) + QLatin1Char('_') +
-                                 QString::number(k);
+            const QString name = nameOf(SymbolKind::CapitalData, k);
             mAddHeaderLine(payload, name, verifyId_, count, 22, true);
-            trap.run([&] { render(name, payload); });
+            trap.run([&] { render(batch, SymbolKind::CapitalData, name, payload); });
             payload.clear();
             count = 0;
         }
     }
-    if (!trap.ended()) CapitalQRCodeCount = k;
+    if (!trap.ended()) made_ += batch;
 }
 
 void StatementPayloads::mMakeQRCodeFSNList() {
     try {
         const Recordset rs =
             gobjMakeRecordset(QStringLiteral("Select * From tmpFSNoteData Where ") + keyCondition());
-        if (rs.isNothing()) return;
-        if (rs.eof()) {
-            NListQRCodeCount = 0;
-            return;
-        }
+        if (rs.isNothing() || rs.eof()) return;
         bool tooLarge = false;
         for (int i = 0; i < rs.fieldCount(); ++i)
             if (glngLen(rs.value(i)) > kNoteBytesPerSymbol) tooLarge = true;
@@ -231,15 +237,15 @@ void StatementPayloads::mMakeQRCodeFSNList() {
                         QStringLiteral("期の注記表については、印刷したものを添付してください。"),
                     QStringLiteral("情報"));
         }
+        QrSymbolList batch;
         long k = 0;
         long count = 0;
         QString payload;
         const auto close = [&] {
             ++k;
-            const QString name =
-                QStringLiteral("NListData") + QString::number(page_) + QLatin1Char('_') + QString::number(k);
+            const QString name = nameOf(SymbolKind::NListData, k);
             mAddHeaderLine(payload, name, verifyId_, count, 3, true);
-            render(name, payload);
+            render(batch, SymbolKind::NListData, name, payload);
             payload.clear();
             count = 0;
         };
@@ -255,7 +261,7 @@ void StatementPayloads::mMakeQRCodeFSNList() {
                          {Variant(column), valueBytes > kNoteBytesPerSymbol ? Variant(kTooLongNote) : value});
         }
         if (count >= 1) close();
-        NListQRCodeCount = k;
+        made_ += batch;
     } catch (...) {
         ShowErrMsg(QStringLiteral("mMakeQRCodeFSNList"), 1);
     }

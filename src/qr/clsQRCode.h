@@ -23,6 +23,7 @@ public:
     using QrGenerator::NListQRCodeCount;
     using QrGenerator::setCourseNumber;
     using QrGenerator::setVerifyID;
+    using QrGenerator::Symbols;
 };
 
 }  // namespace kelvary

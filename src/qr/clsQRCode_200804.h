@@ -1,7 +1,7 @@
 // The QR generator of the 2008-04 form edition: the application's three
 // symbols (ApplyHeader, ApplyDoc1, ApplyDoc2) and every symbol of one fiscal
 // period, written into Temp for the QR pages. One object per task: the
-// driver sets the properties, calls one method and reads the counts. The
+// driver sets the properties, calls one method and reads the symbols made. The
 // builders are those of QrGenerator, at this edition's full length.
 #pragma once
 
@@ -24,6 +24,7 @@ public:
     using QrGenerator::setProxy;
     using QrGenerator::setSendResult;
     using QrGenerator::setVerifyID;
+    using QrGenerator::Symbols;
 };
 
 }  // namespace kelvary

@@ -5,13 +5,32 @@
 #include "print/SupplementPages.h"
 
 #include "PageBuilderHome.h"
+#include "qr/clsQRCode_200804.h"
+#include "support/TestSupport.h"
 
 #include <QFile>
 
 namespace kelvary {
 namespace {
 
+using qr::SymbolKind;
 using test::pdfText;
+
+// What a period's generator hands on, in the order it makes them: the split
+// kinds with these numbers of symbols, the equity header and the period header.
+qr::QrSymbolList periodSymbols(long period, long statements, long renamed, long equity, long notes) {
+    qr::QrSymbolList made;
+    const auto add = [&](SymbolKind kind, long count) {
+        for (long k = 1; k <= count; ++k) made << qr::namedSymbol(kind, period, k);
+    };
+    add(SymbolKind::ZaimuData, statements);
+    add(SymbolKind::KamokuData, renamed);
+    made << qr::namedSymbol(SymbolKind::CapitalHeader, period);
+    add(SymbolKind::CapitalData, equity);
+    add(SymbolKind::NListData, notes);
+    made << qr::namedSymbol(SymbolKind::ZaimuHeader, period);
+    return made;
+}
 
 constexpr char kApplication[] =
     "INSERT INTO tmpAPData (APDataCode, ApplierColumnName, ContactPosition, ContactName, ContactTel, ContactFax, "
@@ -55,8 +74,8 @@ TEST_F(QrPages, AMissingImageLeavesTheSlotNumberedAndCaptioned) {
     symbol(QStringLiteral("ZaimuHeader0"), "header");
     frmPrintManager& pm = manager();
     pm.SetPrintFile(QStringLiteral("FSQRCode.w30"));
-    mPutQRSymbol(pm, 1, QStringLiteral("ZaimuHeader0"));
-    mPutQRSymbol(pm, 5, QStringLiteral("ZaimuData0_9"), 17);
+    mPutQRSymbol(pm, 1, qr::namedSymbol(SymbolKind::ZaimuHeader, 0));
+    mPutQRSymbol(pm, 5, qr::namedSymbol(SymbolKind::ZaimuData, 0, 9), 17);
     EXPECT_TRUE(field("WrImage1").imageFile.endsWith(QStringLiteral("/Temp/ZaimuHeader0.bmp")));
     EXPECT_EQ(field("Num1").text, QStringLiteral("1"));
     EXPECT_EQ(field("WrImage5").imageFile, field("WrImage5").defaultImage);
@@ -65,12 +84,12 @@ TEST_F(QrPages, AMissingImageLeavesTheSlotNumberedAndCaptioned) {
     EXPECT_TRUE(errors().isEmpty()) << errors().join(QLatin1Char('\n')).toStdString();
 }
 
-// Prints a period with the given counts into a PDF and gives its path.
+// Prints a period's symbols into a PDF and gives its path.
 class QrPagesPdf : public QrPages {
 protected:
-    QString print(const PeriodSymbolCounts& counts, long periodIndex = 0) {
+    QString print(const qr::QrSymbolList& symbols, long periodIndex = 0) {
         frmPrintManager& pm = manager(QStringLiteral("fs.pdf"));
-        mPrintFS(pm, periodIndex, 7, counts, false);
+        mPrintFS(pm, periodIndex, 7, symbols, false);
         finishPdf();
         return pdf(QStringLiteral("fs.pdf"));
     }
@@ -78,7 +97,7 @@ protected:
 
 TEST_F(QrPagesPdf, TheThirteenthSymbolOpensPageTwoWithNumberThirteen) {
     symbol(QStringLiteral("ZaimuData0_12"), "the thirteenth");
-    const QString file = print({12, 0, 0, 0});
+    const QString file = print(periodSymbols(0, 12, 0, 0, 0));
     EXPECT_EQ(test::qpdfCheck(file), 0);
     EXPECT_EQ(test::pdfInfo(file, QStringLiteral("Pages")), QStringLiteral("2"));
     const QString first = pdfText(file, 1);
@@ -95,7 +114,7 @@ TEST_F(QrPagesPdf, TheThirteenthSymbolOpensPageTwoWithNumberThirteen) {
 }
 
 TEST_F(QrPagesPdf, GroupsFollowInTheirOrderAndTheEquityHeaderOnlyWithEquitySymbols) {
-    const QString file = print({1, 1, 1, 2}, 1);
+    const QString file = print(periodSymbols(1, 1, 1, 2, 1), 1);
     EXPECT_EQ(test::pdfInfo(file, QStringLiteral("Pages")), QStringLiteral("1"));
     const QString text = pdfText(file, 1);
     const QStringList order{QStringLiteral("ZaimuHeader1"),   QStringLiteral("ZaimuData1_1"),
@@ -109,10 +128,45 @@ TEST_F(QrPagesPdf, GroupsFollowInTheirOrderAndTheEquityHeaderOnlyWithEquitySymbo
         previous = at;
     }
 
-    const QString without = print({1, 0, 1, 0}, 1);
+    const QString without = print(periodSymbols(1, 1, 0, 0, 1), 1);
     const QString plain = pdfText(without, 1);
     EXPECT_FALSE(plain.contains(QStringLiteral("CapitalHeader")));
     EXPECT_TRUE(plain.contains(QStringLiteral("NListData1_1")));
+}
+
+TEST_F(QrPagesPdf, ASymbolWhoseImageCouldNotBeMadeKeepsItsCountAndItsCaptionedSlot) {
+    // One equity row whose name alone, 2000 times "株" (4000 bytes in CP932),
+    // is more than any symbol holds.
+    const QString row = QStringLiteral("INSERT INTO tmpFSCapitalRow (FSDataCode, RowNo, RowName) VALUES (7, 1, '") +
+                        QString(2000, QChar(0x682A)) + QStringLiteral("')");
+    home.sqlExec(row.toUtf8().constData());
+    clsQRCode_200804 qr;
+    qr.setVerifyID(QString::fromLatin1(test::kSeed));
+    qr.MakeFSData(0, 7);
+
+    QStringList made;
+    for (const qr::QrSymbolRecord& symbol : qr.Symbols()) made << symbol.name;
+    EXPECT_EQ(made, (QStringList{QStringLiteral("CapitalHeader0"), QStringLiteral("CapitalData0_1"),
+                                 QStringLiteral("ZaimuHeader0")}));
+    EXPECT_FALSE(QFile::exists(home.file(QStringLiteral("Temp/CapitalData0_1.bmp"))));
+    EXPECT_TRUE(test::messageTexts(home.ui()).contains(
+        QStringLiteral("QRコードに収まらないデータ量です。（CapitalData0_1、")));
+    // The period header still counts it: record 23, the equity symbols.
+    EXPECT_EQ(qr.CapitalQRCodeCount(), 1);
+    const QByteArray header = test::readFile(home.file(QStringLiteral("Temp/ZaimuHeader0.bmp.Txt")));
+    EXPECT_TRUE(header.contains("\r\n23,\"1\"\r\n")) << header.toStdString();
+
+    // On the page it has its number and caption, and no image.
+    const QString file = print(qr.Symbols());
+    EXPECT_EQ(test::pdfInfo(file, QStringLiteral("Pages")), QStringLiteral("1"));
+    const QString text = pdfText(file, 1);
+    EXPECT_TRUE(text.contains(QStringLiteral("CapitalHeader0")));
+    EXPECT_TRUE(text.contains(QStringLiteral("CapitalData0_1")));
+    const QStringList read = test::decodeQrOnPage(file, 1);
+    ASSERT_EQ(read.size(), 2);
+    EXPECT_TRUE(read[0].startsWith(QStringLiteral("\"[CapitalHeader0]\",\"0000012320260101120000\",0,3")));
+    EXPECT_TRUE(read[1].startsWith(QStringLiteral("\"[ZaimuHeader0]\",\"0000012320260101120000\",26,2")));
+    EXPECT_TRUE(read[1].contains(QStringLiteral("23,\"1\"")));
 }
 
 }  // namespace

@@ -45,7 +45,7 @@ protected:
     struct Period {
         std::int32_t indexId = 0;
         std::int32_t linkCode = 0;
-        PeriodSymbolCounts counts;
+        qr::QrSymbolList symbols;
     };
 
     void SetUp() override {
@@ -58,7 +58,7 @@ protected:
     }
 
     // The driver's QR steps for every period of the sample, newest first.
-    QList<Period> makeSymbols() {
+    QList<Period> makeSymbols(qr::QrSymbolList& application) {
         mClearTempFolder();
         Recordset periods =
             gobjMakeRecordset(QStringLiteral("Select * From tblIndex Order by FYearNumber Desc,IndexID Desc"));
@@ -70,6 +70,7 @@ protected:
             qr.setSendResult(false);
             qr.MakeHeader(periods.recordCount() - 1);
             qr.MakeAPData(1);
+            application = qr.Symbols();
         }
         QList<Period> result;
         for (long i = 0; !periods.eof(); ++i, periods.moveNext()) {
@@ -81,7 +82,7 @@ protected:
             clsQRCode_200804 qr;
             qr.setVerifyID(QString::fromLatin1(test::kSeed));
             qr.MakeFSData(i, p.indexId);
-            p.counts = {qr.FSQRCodeCount(), qr.KamokuQRCodeCount(), qr.NListQRCodeCount(), qr.CapitalQRCodeCount()};
+            p.symbols = qr.Symbols();
             result << p;
         }
         return result;
@@ -101,18 +102,21 @@ protected:
 };
 
 TEST_F(SamplePages, EveryPageCarriesTheIdAndEverySymbolReadsBack) {
-    const QList<Period> periods = makeSymbols();
+    qr::QrSymbolList application;
+    const QList<Period> periods = makeSymbols(application);
     ASSERT_EQ(periods.size(), 3);
 
     frmPrintManager& pm = manager(QStringLiteral("sample.pdf"));
-    mPrintSubDoc(pm, 1, SupplementChoices{1, false}, false);
+    mPrintSubDoc(pm, 1, application, SupplementChoices{1, false}, false);
     mPrintAP(pm, 1, false, false);
     long expectedPages = 2;
     for (long i = 0; i < periods.size(); ++i) {
         const Period& p = periods[i];
-        mPrintFS(pm, i, p.indexId, p.counts, false);
-        const PeriodSymbolCounts& c = p.counts;
-        expectedPages += (1 + c.statements + c.renamedItems + c.noteList + c.equity + (c.equity > 0 ? 1 : 0) + 11) / 12;
+        mPrintFS(pm, i, p.indexId, p.symbols, false);
+        const auto count = [&](qr::SymbolKind kind) { return qr::symbolCount(p.symbols, kind); };
+        const long equity = count(qr::SymbolKind::CapitalData);
+        expectedPages += (1 + count(qr::SymbolKind::ZaimuData) + count(qr::SymbolKind::KamokuData) +
+                          count(qr::SymbolKind::NListData) + equity + (equity > 0 ? 1 : 0) + 11) / 12;
         const Variant sideSheet = gvarGetData(QStringLiteral("CapitalSubFlag"), QStringLiteral("T_FS"),
                                               QStringLiteral("FSDataCode=") + QString::number(p.linkCode), Variant());
         if (!sideSheet.isEmpty() && !sideSheet.isNull() && sideSheet.toBool()) {

@@ -1,0 +1,70 @@
+// Symbol names and image paths, and finding symbols in a generator's list.
+#include "qr/QrSymbolRecord.h"
+
+#include "platform/AppObject.h"
+
+#include <algorithm>
+
+namespace kelvary::qr {
+namespace {
+
+QString baseName(SymbolKind kind) {
+    switch (kind) {
+        case SymbolKind::ApplyHeader: return QStringLiteral("ApplyHeader");
+        case SymbolKind::ApplyDoc1: return QStringLiteral("ApplyDoc1");
+        case SymbolKind::ApplyDoc2: return QStringLiteral("ApplyDoc2");
+        case SymbolKind::ZaimuData: return QStringLiteral("ZaimuData");
+        case SymbolKind::KamokuData: return QStringLiteral("KamokuData");
+        case SymbolKind::CapitalHeader: return QStringLiteral("CapitalHeader");
+        case SymbolKind::CapitalData: return QStringLiteral("CapitalData");
+        case SymbolKind::NListData: return QStringLiteral("NListData");
+        case SymbolKind::ZaimuHeader: return QStringLiteral("ZaimuHeader");
+    }
+    return QString();
+}
+
+bool isSplitKind(SymbolKind kind) {
+    return kind == SymbolKind::ZaimuData || kind == SymbolKind::KamokuData || kind == SymbolKind::CapitalData ||
+           kind == SymbolKind::NListData;
+}
+
+}  // namespace
+
+bool isPeriodKind(SymbolKind kind) {
+    return kind != SymbolKind::ApplyHeader && kind != SymbolKind::ApplyDoc1 && kind != SymbolKind::ApplyDoc2;
+}
+
+QString mstrSymbolName(SymbolKind kind, long page, long part) {
+    if (!isPeriodKind(kind)) return baseName(kind);
+    const QString name = baseName(kind) + QString::number(page);
+    return isSplitKind(kind) ? name + QLatin1Char('_') + QString::number(part) : name;
+}
+
+QString mstrGetImageFile(const QString& symbolName) {
+    return app::path() + QStringLiteral("/Temp/") + symbolName + QStringLiteral(".bmp");
+}
+
+QrSymbolRecord namedSymbol(SymbolKind kind, long page, long part) {
+    const QString name = mstrSymbolName(kind, page, part);
+    return QrSymbolRecord{kind, name, QString(), mstrGetImageFile(name)};
+}
+
+QrSymbolList symbolsOf(const QrSymbolList& symbols, SymbolKind kind) {
+    QrSymbolList found;
+    for (const QrSymbolRecord& symbol : symbols)
+        if (symbol.kind == kind) found << symbol;
+    return found;
+}
+
+long symbolCount(const QrSymbolList& symbols, SymbolKind kind) {
+    return static_cast<long>(
+        std::count_if(symbols.begin(), symbols.end(), [&](const QrSymbolRecord& s) { return s.kind == kind; }));
+}
+
+QrSymbolRecord symbolOrNamed(const QrSymbolList& symbols, SymbolKind kind, long page) {
+    for (auto it = symbols.rbegin(); it != symbols.rend(); ++it)
+        if (it->kind == kind) return *it;
+    return namedSymbol(kind, page);
+}
+
+}  // namespace kelvary::qr
