@@ -7,12 +7,12 @@
 #include "platform/AppObject.h"
 #include "platform/Cp932.h"
 #include "platform/VbError.h"
+#include "qr/QrSymbolRecord.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlVersion.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSet>
 
 #include <vector>
@@ -295,17 +295,12 @@ bool mClearTempFolder() {
                           QStringLiteral("作業フォルダー「") + QDir::toNativeSeparators(folder) +
                               QStringLiteral("」に書き込めません。QRコードを作成できません。"
                                              "フォルダーに書き込む権限があるか確認してください。"));
-        // Only what the program writes there goes: the symbol images, the
-        // payload copies beside them ("….bmp.Txt", in any case) and their
-        // half-written temporaries. Temp may be a link to a folder of the
-        // user's, or hold files the user put there; those stay.
-        static const QRegularExpression ownFile(
-            QStringLiteral("^(ApplyHeader|ApplyDoc[12]|ZaimuHeader\\d+|CapitalHeader\\d+|"
-                           "(ZaimuData|KamokuData|CapitalData|NListData)\\d+_\\d+)\\.bmp(\\.txt)?(\\.part)?$"),
-            QRegularExpression::CaseInsensitiveOption);
+        // Only the symbol files the program writes there go. Temp may be a
+        // link to a folder of the user's, or hold files the user put there;
+        // those stay.
         QDir temp(folder);
         for (const QString& name : temp.entryList(QDir::Files | QDir::System | QDir::Hidden)) {
-            if (ownFile.match(name).hasMatch() && !temp.remove(name))
+            if (qr::isSymbolFile(name) && !temp.remove(name))
                 throw VbError(vberr::PermissionDenied, QStringLiteral("作業フォルダーの前回のファイル「") + name +
                                                            QStringLiteral("」を削除できません。"));
         }

@@ -3,7 +3,11 @@
 
 #include "platform/AppObject.h"
 
+#include <QRegularExpression>
+#include <QStringList>
+
 #include <algorithm>
+#include <array>
 
 namespace kelvary::qr {
 namespace {
@@ -28,6 +32,16 @@ bool isSplitKind(SymbolKind kind) {
            kind == SymbolKind::NListData;
 }
 
+constexpr std::array kAllKinds = {SymbolKind::ApplyHeader,   SymbolKind::ApplyDoc1,   SymbolKind::ApplyDoc2,
+                                  SymbolKind::ZaimuData,     SymbolKind::KamokuData,  SymbolKind::CapitalHeader,
+                                  SymbolKind::CapitalData,   SymbolKind::NListData,   SymbolKind::ZaimuHeader};
+
+// Every name mstrSymbolName can give for the kind, whatever the page and part.
+QString namePattern(SymbolKind kind) {
+    if (!isPeriodKind(kind)) return baseName(kind);
+    return baseName(kind) + (isSplitKind(kind) ? QStringLiteral("\\d+_\\d+") : QStringLiteral("\\d+"));
+}
+
 }  // namespace
 
 bool isPeriodKind(SymbolKind kind) {
@@ -42,6 +56,17 @@ QString mstrSymbolName(SymbolKind kind, long page, long part) {
 
 QString mstrGetImageFile(const QString& symbolName) {
     return app::path() + QStringLiteral("/Temp/") + symbolName + QStringLiteral(".bmp");
+}
+
+bool isSymbolFile(const QString& fileName) {
+    static const QRegularExpression pattern = [] {
+        QStringList names;
+        for (const SymbolKind kind : kAllKinds) names << namePattern(kind);
+        return QRegularExpression(QStringLiteral("^(") + names.join(QLatin1Char('|')) +
+                                      QStringLiteral(")\\.bmp(\\.txt)?(\\.part)?$"),
+                                  QRegularExpression::CaseInsensitiveOption);
+    }();
+    return pattern.match(fileName).hasMatch();
 }
 
 QrSymbolRecord namedSymbol(SymbolKind kind, long page, long part) {

@@ -57,4 +57,9 @@ QrSymbolRecord symbolOrNamed(const QrSymbolList& symbols, SymbolKind kind, long 
 // True for the kinds a period's MakeFSData makes.
 bool isPeriodKind(SymbolKind kind);
 
+// True for a file the renderer writes for a symbol of any run: the image, the
+// payload copy beside it (".bmp.Txt", in any case) and their half-written
+// temporaries (".part").
+bool isSymbolFile(const QString& fileName);
+
 }  // namespace kelvary::qr

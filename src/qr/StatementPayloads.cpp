@@ -77,13 +77,6 @@ void StatementPayloads::mMakeQRCodeFSData() {
         QStringLiteral(" ItemValue<>0) ") + QStringLiteral(" Order By ItemCode, SortNumber, FSItemID "));
     if (rs.isNothing()) return;
     QrSymbolList batch;
-    long symbols = 0;
-    long remainder = 0;
-    if (!rs.eof()) {
-        const long n = rs.recordCount();
-        symbols = glngCeilDiv(n, kItemsPerSymbol);
-        remainder = n % kItemsPerSymbol;
-    }
     long k = 0;
     long count = 0;
     QString name;
@@ -93,8 +86,6 @@ void StatementPayloads::mMakeQRCodeFSData() {
             ++k;
             name = nameOf(SymbolKind::ZaimuData, k);
             payload.clear();
-            const long records = (k == symbols && remainder >= 1) ? remainder : kItemsPerSymbol;
-            mAddHeaderLine(payload, name, verifyId_, records, 2, false);
         }
         trap.run([&] {
             mAddDataLine(payload, rs[QStringLiteral("ItemCode")].toLong(),
@@ -103,6 +94,8 @@ void StatementPayloads::mMakeQRCodeFSData() {
         ++count;
         rs.moveNext();
         if (rs.eof() || count == kItemsPerSymbol) {
+            // The items this symbol took: 40, or what the last one has left.
+            mAddHeaderLine(payload, name, verifyId_, count, 2, true);
             trap.run([&] { render(batch, SymbolKind::ZaimuData, name, payload); });
             count = 0;
         }
