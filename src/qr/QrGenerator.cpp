@@ -107,11 +107,6 @@ void QrGenerator::mAddHeaderLine(QString& strData, const QString& strName, long 
     qr::mAddHeaderLine(strData, strName, mstrVerifyID, lngCount, lngColumns, blnInFront);
 }
 
-void QrGenerator::mRender(SymbolKind kind, const QString& strName, const QString& strData) {
-    msymbols << QrSymbolRecord{kind, strName, strData, mstrGetImageFile(strName)};
-    mfrmQRCode->MakeQRCode(msymbols.last().imagePath, strData);
-}
-
 void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
     try {
         const QString name = mstrSymbolName(SymbolKind::ApplyHeader);
@@ -130,7 +125,7 @@ void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
         mAddHeaderLine(payload, name, mrecords.applyHeader, 2, false);
         for (long i = 0; i < mrecords.applyHeader; ++i)
             mAddDataLine(payload, i + 1, {records.at(static_cast<size_t>(i))});
-        mRender(SymbolKind::ApplyHeader, name, payload);
+        renderSymbol(*mfrmQRCode, msymbols, SymbolKind::ApplyHeader, name, payload);
     } catch (...) {
         ShowErrMsg(QStringLiteral("mMakeQRCodeApplyHeader"), 1);
     }
@@ -158,7 +153,7 @@ void QrGenerator::mMakeQRCodeAPData(std::int32_t lngAPDataCode) {
             });
             if (trap.ended()) return;
         }
-        trap.run([&] { mRender(kind, name, payload); });
+        trap.run([&] { renderSymbol(*mfrmQRCode, msymbols, kind, name, payload); });
     };
     build(SymbolKind::ApplyDoc1, kApplyDoc1Columns);
     if (!trap.ended())
@@ -221,7 +216,7 @@ void QrGenerator::mMakeQRCodeFSHeader() {
     for (size_t i = 0; i < recordCount && !trap.ended(); ++i)
         trap.run([&] { mAddDataLine(payload, static_cast<long long>(i + 1), {records[i]()}); });
     if (trap.ended()) return;
-    trap.run([&] { mRender(SymbolKind::ZaimuHeader, name, payload); });
+    trap.run([&] { renderSymbol(*mfrmQRCode, msymbols, SymbolKind::ZaimuHeader, name, payload); });
 }
 
 }  // namespace kelvary::qr

@@ -53,8 +53,6 @@ private:
     // The shared header builder with this generator's document ID.
     void mAddHeaderLine(QString& strData, const QString& strName, long lngCount, long lngColumns,
                         bool blnInFront) const;
-    // Records the symbol and hands it to the renderer.
-    void mRender(SymbolKind kind, const QString& strName, const QString& strData);
 
     HeaderRecords mrecords;
     std::unique_ptr<frmQRCode> mfrmQRCode;

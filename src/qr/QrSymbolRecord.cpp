@@ -2,6 +2,7 @@
 #include "qr/QrSymbolRecord.h"
 
 #include "platform/AppObject.h"
+#include "qr/frmQRCode.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -72,6 +73,12 @@ bool isSymbolFile(const QString& fileName) {
 QrSymbolRecord namedSymbol(SymbolKind kind, long page, long part) {
     const QString name = mstrSymbolName(kind, page, part);
     return QrSymbolRecord{kind, name, QString(), mstrGetImageFile(name)};
+}
+
+void renderSymbol(frmQRCode& renderer, QrSymbolList& made, SymbolKind kind, const QString& symbolName,
+                  const QString& payload) {
+    made << QrSymbolRecord{kind, symbolName, payload, mstrGetImageFile(symbolName)};
+    renderer.MakeQRCode(made.last().imagePath, payload);
 }
 
 QrSymbolList symbolsOf(const QrSymbolList& symbols, SymbolKind kind) {

@@ -7,6 +7,10 @@
 #include <QList>
 #include <QString>
 
+namespace kelvary {
+class frmQRCode;
+}
+
 namespace kelvary::qr {
 
 // The application's three symbols, then a period's kinds in the order the
@@ -53,6 +57,11 @@ long symbolCount(const QrSymbolList& symbols, SymbolKind kind);
 
 // The last symbol of a single kind as made, or its namedSymbol when none was.
 QrSymbolRecord symbolOrNamed(const QrSymbolList& symbols, SymbolKind kind, long page = 0);
+
+// Adds the symbol's record to made, then has the renderer write its image:
+// a symbol whose image could not be made keeps its place all the same.
+void renderSymbol(frmQRCode& renderer, QrSymbolList& made, SymbolKind kind, const QString& symbolName,
+                  const QString& payload);
 
 // True for the kinds a period's MakeFSData makes.
 bool isPeriodKind(SymbolKind kind);

@@ -52,14 +52,11 @@ StatementPayloads::StatementPayloads(frmQRCode& renderer, QrSymbolList& made, QS
 
 QString StatementPayloads::nameOf(SymbolKind kind, long part) const { return qr::mstrSymbolName(kind, page_, part); }
 
-// The record goes in before the renderer runs: a symbol whose image could
-// not be made keeps its place, as the reader counts the symbols it expects.
 // A builder that gives up part way hands on none of its batch, so the period
 // header and the pages agree that the kind is missing.
 void StatementPayloads::render(QrSymbolList& batch, SymbolKind kind, const QString& symbolName,
                                const QString& payload) {
-    batch << qr::QrSymbolRecord{kind, symbolName, payload, qr::mstrGetImageFile(symbolName)};
-    renderer_.MakeQRCode(batch.last().imagePath, payload);
+    qr::renderSymbol(renderer_, batch, kind, symbolName, payload);
 }
 
 QString StatementPayloads::keyCondition() const {

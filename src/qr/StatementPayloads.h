@@ -36,7 +36,7 @@ public:
 private:
     // The name of this period's symbol part of the kind.
     QString nameOf(qr::SymbolKind kind, long part = 0) const;
-    // Records the symbol in batch and hands it to the renderer.
+    // Renders the symbol into batch: what the builder hands on when it finishes.
     void render(qr::QrSymbolList& batch, qr::SymbolKind kind, const QString& symbolName, const QString& payload);
     QString keyCondition() const;
 
