@@ -1,4 +1,5 @@
-// Symbol names and image paths, and finding symbols in a generator's list.
+// Symbol names and image paths, recording a symbol as it is rendered, and
+// finding symbols in a generator's list.
 #include "qr/QrSymbolRecord.h"
 
 #include "platform/AppObject.h"
