@@ -150,6 +150,7 @@ int main(int argc, char** argv) {
     }
 
     QApplication application(argc, argv);
+    const FontConfigurationRelease fontConfigurationRelease;
     // No display name: the window system would append it to every caption.
     QApplication::setApplicationName(QStringLiteral("kelvary"));
     installJapaneseTranslations();
