@@ -10,6 +10,7 @@
 #include "platform/Recordset.h"
 #include "platform/Variant.h"
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 
@@ -80,9 +81,14 @@ public:
     // disk rolls a transaction back).
     void commit();
 
-    // How many statements were prepared on this connection so far: what a
-    // routine costs in statements, whatever it runs them for.
+    // How many statements were asked of this connection so far (run or
+    // prepared): what a routine costs in statements, whatever it runs them
+    // for, and however many of them were compiled already.
     std::uint64_t statementsPrepared() const { return statementsPrepared_; }
+    // How many of those SQLite had to compile from their text: query() and
+    // execute() keep the statements of the texts they ran last and run such
+    // a text again without compiling it anew.
+    std::uint64_t statementsCompiled() const { return statementsCompiled_; }
 
     // Points the linked table `name` at `sourceTable` in the database `file`
     // (a Jet file is read through its SQLite copy, see JetDatabase.h).
@@ -112,6 +118,21 @@ private:
         QString alias;
     };
 
+    // A compiled statement kept for its text, ready to run again.
+    struct CachedStatement {
+        QByteArray text;
+        sqlite3_stmt* statement = nullptr;
+        std::uint64_t lastUse = 0;
+        bool inUse = false;
+    };
+    class Lease;
+
+    // The compiled statement of the text, from the kept ones when it is
+    // there; the lease puts it back, reset and unbound, when it goes.
+    Lease statementFor(const QString& sql);
+    sqlite3_stmt* compile(const QByteArray& text, bool kept);
+    void dropKeptStatements();
+
     QString attachmentFor(const QString& file);
     void detachIfUnused(const QString& alias);
     bool schemaHasTable(const QString& alias, const QString& table);
@@ -122,6 +143,9 @@ private:
     std::vector<Attachment> attachments_;
     std::map<QString, Link> links_;  // by lower-case name
     std::uint64_t statementsPrepared_ = 0;
+    std::uint64_t statementsCompiled_ = 0;
+    std::vector<CachedStatement> cache_;
+    std::uint64_t uses_ = 0;
 };
 
 }  // namespace kelvary
