@@ -344,6 +344,7 @@ void SqliteConnection::dropKeptStatements() {
 }
 
 Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& parameters) {
+    makeLinksNamedIn(sql);
     ++statementsPrepared_;
     const Lease statement = statementFor(sql);
     sqlite3_stmt* st = statement.get();
@@ -381,6 +382,7 @@ Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& para
 }
 
 long SqliteConnection::execute(const QString& sql, const QList<Variant>& parameters) {
+    makeLinksNamedIn(sql);
     ++statementsPrepared_;
     const Lease statement = statementFor(sql);
     bindParameters(db_, statement.get(), parameters);
@@ -392,6 +394,7 @@ long SqliteConnection::execute(const QString& sql, const QList<Variant>& paramet
 }
 
 PreparedStatement SqliteConnection::prepare(const QString& sql) {
+    makeLinksNamedIn(sql);
     ++statementsPrepared_;
     return PreparedStatement(db_, compile(sql.toUtf8(), false));
 }
@@ -446,8 +449,47 @@ void SqliteConnection::detachIfUnused(const QString& alias) {
     std::erase_if(attachments_, [&](const Attachment& a) { return a.alias == alias; });
 }
 
+void SqliteConnection::linkTableWhenNamed(const QString& name, const QString& sourceTable,
+                                          const QString& file) {
+    waitingLinks_[name.toLower()] = {name, sourceTable, file};
+}
+
+void SqliteConnection::makeLinksNamedIn(const QString& sql) {
+    if (waitingLinks_.empty()) return;
+    const QString text = sql.toLower();
+    const auto isNamePart = [](QChar c) { return c.isLetterOrNumber() || c == u'_'; };
+    const auto names = [&](const QString& name) {
+        for (qsizetype at = text.indexOf(name); at >= 0; at = text.indexOf(name, at + 1)) {
+            const qsizetype end = at + name.size();
+            if ((at == 0 || !isNamePart(text[at - 1])) && (end == text.size() || !isNamePart(text[end])))
+                return true;
+        }
+        return false;
+    };
+    std::vector<WaitingLink> due;
+    for (auto it = waitingLinks_.begin(); it != waitingLinks_.end();) {
+        if (names(it->first)) {
+            due.push_back(std::move(it->second));
+            it = waitingLinks_.erase(it);
+        } else {
+            ++it;
+        }
+    }
+    // Work left over from the opening, not the statements of the routine
+    // that happens to meet it first.
+    const std::uint64_t asked = statementsPrepared_;
+    for (const WaitingLink& link : due) {
+        try {
+            linkTable(link.name, link.sourceTable, link.file);
+        } catch (const VbError&) {
+        }
+    }
+    statementsPrepared_ = asked;
+}
+
 void SqliteConnection::linkTable(const QString& name, const QString& sourceTable,
                                  const QString& file) {
+    waitingLinks_.erase(name.toLower());
     const QString attached = jet::attachableFile(file);
     requireDatabaseFile(attached);
     const QString canonical = QFileInfo(attached).canonicalFilePath();
@@ -479,6 +521,7 @@ void SqliteConnection::linkTable(const QString& name, const QString& sourceTable
 }
 
 void SqliteConnection::unlinkTable(const QString& name) {
+    waitingLinks_.erase(name.toLower());
     execute(QStringLiteral("DROP VIEW IF EXISTS temp.%1").arg(quotedName(name)));
     const auto link = links_.find(name.toLower());
     if (link == links_.end()) return;
@@ -487,7 +530,8 @@ void SqliteConnection::unlinkTable(const QString& name) {
     detachIfUnused(alias);
 }
 
-QString SqliteConnection::linkedFile(const QString& name) const {
+QString SqliteConnection::linkedFile(const QString& name) {
+    if (waitingLinks_.count(name.toLower()) > 0) makeLinksNamedIn(name);
     const auto link = links_.find(name.toLower());
     if (link == links_.end()) return {};
     for (const Attachment& a : attachments_) {

@@ -94,8 +94,14 @@ public:
     // (a Jet file is read through its SQLite copy, see JetDatabase.h).
     // The file is checked first, so a failure leaves the previous link working.
     void linkTable(const QString& name, const QString& sourceTable, const QString& file);
+    // A link as linkTable() makes it, put in place only when a statement
+    // first names the table (or its file is asked for): a run that points
+    // the table elsewhere first never attaches the earlier file. A link that
+    // cannot be made then stays unmade, without an error; the statement
+    // meets the table as it is without the link.
+    void linkTableWhenNamed(const QString& name, const QString& sourceTable, const QString& file);
     // The absolute path the linked table reads from; empty when not linked.
-    QString linkedFile(const QString& name) const;
+    QString linkedFile(const QString& name);
     // Takes the linked table away: a query of it fails until it is linked again.
     void unlinkTable(const QString& name);
 
@@ -133,6 +139,9 @@ private:
     sqlite3_stmt* compile(const QByteArray& text, bool kept);
     void dropKeptStatements();
 
+    // Makes the waiting links of the tables the statement names.
+    void makeLinksNamedIn(const QString& sql);
+
     QString attachmentFor(const QString& file);
     void detachIfUnused(const QString& alias);
     bool schemaHasTable(const QString& alias, const QString& table);
@@ -142,6 +151,12 @@ private:
     std::unique_ptr<DatabaseFileLock> fileLock_;
     std::vector<Attachment> attachments_;
     std::map<QString, Link> links_;  // by lower-case name
+    struct WaitingLink {
+        QString name;
+        QString sourceTable;
+        QString file;
+    };
+    std::map<QString, WaitingLink> waitingLinks_;  // by lower-case name
     std::uint64_t statementsPrepared_ = 0;
     std::uint64_t statementsCompiled_ = 0;
     std::vector<CachedStatement> cache_;

@@ -293,6 +293,35 @@ TEST_F(SqliteConnectionLinks, RepointingFollowsTheNewFileAndReleasesTheOld) {
     EXPECT_EQ(codes(), QStringLiteral("11;"));
 }
 
+// Links put back at opening wait for the first statement that names their
+// table: one pointed elsewhere before that never attaches the earlier file,
+// and a table whose name only begins like another's does not count.
+TEST_F(SqliteConnectionLinks, WaitingLinksAreMadeWhenAStatementNamesTheirTable) {
+    connection->linkTableWhenNamed(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
+    connection->linkTableWhenNamed(QStringLiteral("M_FSDoc"), QStringLiteral("M_FSDoc"), first);
+    EXPECT_EQ(attachedFilesNamed(first), 0);
+    connection->execute(QStringLiteral("CREATE TABLE T_FSNote (A INTEGER)"));
+    EXPECT_EQ(attachedFilesNamed(first), 0) << "T_FSNote is not T_FS";
+
+    connection->linkTable(QStringLiteral("M_FSDoc"), QStringLiteral("M_FSDoc"), second);
+    EXPECT_EQ(connection->query(QStringLiteral("select * from m_fsdoc")).recordCount(), 0);
+    EXPECT_EQ(attachedFilesNamed(first), 0) << "the earlier file of M_FSDoc was never attached";
+
+    EXPECT_EQ(codes(), QStringLiteral("11;"));
+    EXPECT_EQ(attachedFilesNamed(first), 1);
+
+    // Asking for the file makes the link as well; one that cannot be made
+    // leaves the table as it is, without an error.
+    connection->linkTableWhenNamed(QStringLiteral("T_FS"), QStringLiteral("T_FS"),
+                                   dir.filePath(QStringLiteral("none/Ledra.mdb")));
+    EXPECT_EQ(connection->linkedFile(QStringLiteral("t_fs")), QFileInfo(first).canonicalFilePath());
+    connection->unlinkTable(QStringLiteral("T_FS"));
+    connection->linkTableWhenNamed(QStringLiteral("T_FS"), QStringLiteral("T_FS"),
+                                   dir.filePath(QStringLiteral("none/Ledra.mdb")));
+    EXPECT_EQ(codes(), QStringLiteral("99;"));
+    EXPECT_EQ(connection->linkedFile(QStringLiteral("T_FS")), QString());
+}
+
 TEST_F(SqliteConnectionLinks, FailedRepointingKeepsThePreviousLink) {
     connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
 
