@@ -35,7 +35,8 @@ phases=(
   "in: ICU transliterator registry|Transliterator::initializeRegistry("
     "in: images stored as PNG in pages|png_write_image"
   "in: progress window|kelvary::gMsgForm("
-  "in: SQL statements prepared|kelvary::(anonymous namespace)::prepare(sqlite3*"
+  "in: SQL statements compiled|kelvary::SqliteConnection::compile("
+  "in: print menu built and confirmed|kelvary::PrintRun::mShowMenu("
 )
 
 sum_of() {  # patterns separated by |: the sum of the first match of each

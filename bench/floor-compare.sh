@@ -9,9 +9,9 @@
 # run left in Temp and on its page count. Runs alternate, so load from other
 # work on the machine falls on both alike.
 #
-# Figures are processor time (user + system, as /usr/bin/time reports it),
-# which other work on a shared machine blurs far less than wall time, and
-# peak memory. Cases: the sample, the large application at 600, 1,200, 2,400
+# Figures are processor time (user + system, to the microsecond: see
+# bench/cpu-time.py), which other work on a shared machine blurs far less
+# than wall time, and peak memory. Cases: the sample, the large application at 600, 1,200, 2,400
 # and 4,800 items, and a start that stops at the menu against the floor's
 # start (no payloads, no pages).
 #
@@ -55,7 +55,7 @@ floor=$floor_build/floor
 timed() {
   local report=$1 expected=$2 status=0
   shift 2
-  /usr/bin/time -v -o "$report" "$@" >"$report.out" 2>"$report.err" || status=$?
+  python3 "$here/cpu-time.py" "$report" "$@" >"$report.out" 2>"$report.err" || status=$?
   if [ "$status" -ne "$expected" ]; then
     echo "$*: exit status $status, expected $expected; its standard error:" >&2
     sed -n '1,40p' "$report.err" >&2

@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev libqt6opengl6-dev libgl-dev qt6-translations-l10n
-  libicu-dev libqrencode-dev libsqlite3-dev sqlite3
+  libicu-dev libfontconfig-dev libqrencode-dev libsqlite3-dev sqlite3
   mdbtools-dev libmdb3
   fonts-ipafont-gothic
   libgtest-dev libgmock-dev googletest libbenchmark-dev

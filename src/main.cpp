@@ -111,6 +111,10 @@ int writeQtTexts(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace kelvary;
+    // A run matches each of its patterns a few hundred times at most:
+    // compiling them to machine code (Qt's default) costs a start more than
+    // it ever saves. Read once, at the first match.
+    if (!qEnvironmentVariableIsSet("QT_ENABLE_REGEXP_JIT")) qputenv("QT_ENABLE_REGEXP_JIT", "0");
     const QStringList arguments = argumentsOf(argc, argv);
     const CommandLineResult parsed = parseCommandLine(arguments);
     if (!parsed.commandLine) {
@@ -150,6 +154,7 @@ int main(int argc, char** argv) {
     }
 
     QApplication application(argc, argv);
+    const FontConfigurationRelease fontConfigurationRelease;
     // No display name: the window system would append it to every caption.
     QApplication::setApplicationName(QStringLiteral("kelvary"));
     installJapaneseTranslations();

@@ -58,7 +58,9 @@ QString dataSourceOf(const QString& connectionString) {
 
 // Links whose file is missing or unreadable stay unresolved, as a broken Jet
 // link did: opening succeeds and only a query of that table fails, until
-// start-up points the link at the file of this run.
+// start-up points the link at the file of this run. Each is made only when a
+// statement first names its table: start-up points most of them at the
+// run's own file before that.
 void restoreLinks(SqliteConnection& connection) {
     const Recordset registry = connection.query(
         QStringLiteral("SELECT count(*) FROM main.sqlite_master WHERE type = 'table' AND name = ?1 "
@@ -72,10 +74,7 @@ void restoreLinks(SqliteConnection& connection) {
         const QString name = links.value(0).text();
         const QString file = links.value(1).text();
         if (name.isEmpty() || file.isEmpty()) continue;
-        try {
-            connection.linkTable(name, name, databaseFolder.absoluteFilePath(file));
-        } catch (const VbError&) {
-        }
+        connection.linkTableWhenNamed(name, name, databaseFolder.absoluteFilePath(file));
     }
 }
 

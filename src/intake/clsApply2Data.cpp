@@ -14,6 +14,7 @@
 #include "intake/ApplicationFile.h"
 #include "intake/ApplicationFlags.h"
 #include "platform/Recordset.h"
+#include "platform/ProfileFile.h"
 #include "platform/SequentialInput.h"
 #include "platform/VbError.h"
 #include "startup/mdlFunctionStandard.h"
@@ -172,6 +173,8 @@ void clsApply2Data::mLoadAPData() {
 void clsApply2Data::mLoadUserInfo() {
     if (mstrAnlFile.isEmpty()) return;
     try {
+        // The section's keys go into UserData.ini in one save, not one each.
+        ProfileWriteBatch settings(userDataIniPath());
         SequentialInput file(mstrAnlFile);
         mstrSearchHeader(QStringLiteral("[UserInfo]"), file);
         QStringList known{QStringLiteral("Representation"), QStringLiteral("SinseiType")};
@@ -191,6 +194,7 @@ void clsApply2Data::mLoadUserInfo() {
             else if (key == QLatin1String("SinseiType"))
                 glngSinseiType = value.toLong();
         }
+        settings.commit();
     } catch (...) {
         ShowErrMsg(QStringLiteral("mLoadUserInfo"), 1);
     }

@@ -1,6 +1,6 @@
 // Japanese era dates (和暦): which era (元号) a Gregorian date falls in and its
 // year within that era, as the printed forms and the checks write them. The
-// eras come from ICU's Japanese calendar, so a new era arrives with ICU.
+// eras come from ICU's calendar data, so a new era arrives with ICU.
 #pragma once
 
 #include <QDate>

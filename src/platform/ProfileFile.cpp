@@ -231,11 +231,44 @@ bool putEntry(std::vector<ProfileLine>& lines, const QString& section, const QSt
 
 }  // namespace
 
+thread_local ProfileWriteBatch* ProfileWriteBatch::active_ = nullptr;
+
+ProfileWriteBatch* ProfileWriteBatch::forFile(const QString& file) {
+    for (ProfileWriteBatch* batch = active_; batch; batch = batch->outer_)
+        if (batch->file_ == file) return batch;
+    return nullptr;
+}
+
+ProfileWriteBatch::ProfileWriteBatch(const QString& file) : outer_(active_), file_(file) {
+    active_ = this;
+}
+
+ProfileWriteBatch::~ProfileWriteBatch() {
+    active_ = outer_;
+    try {
+        if (changed_) saveWhole(file_, pending_);
+    } catch (...) {
+        // The error that ended the routine early is the one reported.
+    }
+}
+
+void ProfileWriteBatch::commit() {
+    if (!changed_) return;
+    saveWhole(file_, pending_);
+    changed_ = false;
+}
+
 QString readProfileString(const QString& file, const QString& section, const QString& key,
                           const QString& defaultValue) {
-    QFile in(file);
-    if (!QFileInfo(file).isFile() || !in.open(QIODevice::ReadOnly)) return asReadIntoBuffer(defaultValue);
-    const std::vector<ProfileLine> lines = splitLines(in.readAll());
+    QByteArray bytes;
+    if (const ProfileWriteBatch* batch = ProfileWriteBatch::forFile(file); batch && batch->loaded_) {
+        bytes = batch->pending_;
+    } else {
+        QFile in(file);
+        if (!QFileInfo(file).isFile() || !in.open(QIODevice::ReadOnly)) return asReadIntoBuffer(defaultValue);
+        bytes = in.readAll();
+    }
+    const std::vector<ProfileLine> lines = splitLines(bytes);
     const std::optional<std::size_t> header = findSection(lines, trimBlanks(section));
     if (!header) return asReadIntoBuffer(defaultValue);
     const std::optional<std::size_t> at = findKey(lines, *header, trimBlanks(key));
@@ -245,10 +278,18 @@ QString readProfileString(const QString& file, const QString& section, const QSt
 
 void writeProfileString(const QString& file, const QString& section, const QString& key,
                         const QString& value) {
-    std::vector<ProfileLine> lines = splitLines(readForUpdate(file));
-    if (putEntry(lines, trimBlanks(section), trimBlanks(key), trimLeadingBlanks(value))) {
+    // The checks of a single write are made for each write of a batch too.
+    const QByteArray current = readForUpdate(file);
+    ProfileWriteBatch* batch = ProfileWriteBatch::forFile(file);
+    std::vector<ProfileLine> lines = splitLines(batch && batch->loaded_ ? batch->pending_ : current);
+    if (!putEntry(lines, trimBlanks(section), trimBlanks(key), trimLeadingBlanks(value))) return;
+    if (!batch) {
         saveWhole(file, joinLines(lines));
+        return;
     }
+    batch->pending_ = joinLines(lines);
+    batch->loaded_ = true;
+    batch->changed_ = true;
 }
 
 }  // namespace kelvary

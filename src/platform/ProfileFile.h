@@ -4,6 +4,7 @@
 // one line it is about. UserData.ini is kept this way.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace kelvary {
@@ -19,5 +20,36 @@ QString readProfileString(const QString& file, const QString& section, const QSt
 // whole or not at all. Throws VbError when the file cannot be written.
 void writeProfileString(const QString& file, const QString& section, const QString& key,
                         const QString& value);
+
+// While one lives, the writes to its file (on this thread) are checked and
+// applied as above but the file is replaced once, by commit(): a routine that
+// writes many keys in a row then costs one replacement of the file (and one
+// flush to disk) instead of one per key. Reading the file meanwhile gives the
+// entries written so far. What commit() has not saved when the batch goes
+// (an error left the routine early) is saved then, as the single writes would
+// have saved it already.
+class ProfileWriteBatch {
+public:
+    explicit ProfileWriteBatch(const QString& file);
+    ~ProfileWriteBatch();
+    ProfileWriteBatch(const ProfileWriteBatch&) = delete;
+    ProfileWriteBatch& operator=(const ProfileWriteBatch&) = delete;
+
+    // Saves the entries written so far; throws VbError as writeProfileString does.
+    void commit();
+
+private:
+    // The innermost batch of this thread for the file; null when none.
+    static ProfileWriteBatch* forFile(const QString& file);
+    static thread_local ProfileWriteBatch* active_;
+
+    ProfileWriteBatch* outer_;
+    QString file_;
+    QByteArray pending_;
+    bool loaded_ = false;
+    bool changed_ = false;
+    friend void writeProfileString(const QString&, const QString&, const QString&, const QString&);
+    friend QString readProfileString(const QString&, const QString&, const QString&, const QString&);
+};
 
 }  // namespace kelvary

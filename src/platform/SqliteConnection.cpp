@@ -25,6 +25,11 @@ namespace kelvary {
 namespace {
 
 constexpr int kBusyTimeoutMs = 5000;
+// How many compiled statements a connection keeps for their texts. A run
+// repeats a few dozen texts (the links' savepoints and schema look-ups, the
+// registry, each period's queries); a text with its values written in passes
+// through and pushes out the one unused longest.
+constexpr std::size_t kKeptStatements = 64;
 
 struct StatementDeleter {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
@@ -74,23 +79,10 @@ bool onlyStatementEndsLeft(const char* tail) {
     return true;
 }
 
-Statement prepareStatement(sqlite3* db, const QString& sql, const QList<Variant>& parameters) {
-    const QByteArray text = sql.toUtf8();
-    sqlite3_stmt* raw = nullptr;
-    const char* tail = nullptr;
-    if (sqlite3_prepare_v2(db, text.constData(), static_cast<int>(text.size()) + 1, &raw, &tail) !=
-        SQLITE_OK)
-        raiseSqlite(db);
-    Statement statement(raw);
-    if (!statement)
-        raiseDatabase(QStringLiteral("無効な SQL ステートメントです。'DELETE'、'INSERT'、'PROCEDURE'、"
-                                     "'SELECT'、または 'UPDATE' を使用してください。"));
-    if (!onlyStatementEndsLeft(tail))
-        raiseDatabase(QStringLiteral("SQL ステートメントの後に文字が見つかりました。"));
+void bindParameters(sqlite3* db, sqlite3_stmt* statement, const QList<Variant>& parameters) {
     for (int i = 0; i < parameters.size(); ++i) {
-        if (sqlite::bindValue(statement.get(), i + 1, parameters[i]) != SQLITE_OK) raiseSqlite(db);
+        if (sqlite::bindValue(statement, i + 1, parameters[i]) != SQLITE_OK) raiseSqlite(db);
     }
-    return statement;
 }
 
 // The number a numeric literal of a statement's text stands for, bound as
@@ -163,6 +155,77 @@ long PreparedStatement::run(const QList<SqlValue>& values) {
     }
     if (stepped != SQLITE_DONE) raiseSqlite(db_);
     return static_cast<long>(sqlite3_changes64(db_));
+}
+
+// A statement lent out for one run of it: reset and unbound afterwards,
+// whatever happened, and then back among the kept ones (or finalized when
+// it was compiled for this run alone).
+class SqliteConnection::Lease {
+public:
+    Lease(SqliteConnection& owner, int slot, sqlite3_stmt* statement)
+        : owner_(owner), slot_(slot), statement_(statement) {}
+    ~Lease() {
+        sqlite3_reset(statement_);
+        sqlite3_clear_bindings(statement_);
+        if (slot_ >= 0) owner_.cache_[static_cast<std::size_t>(slot_)].inUse = false;
+        else sqlite3_finalize(statement_);
+    }
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
+    sqlite3_stmt* get() const { return statement_; }
+
+private:
+    SqliteConnection& owner_;
+    int slot_;
+    sqlite3_stmt* statement_;
+};
+
+sqlite3_stmt* SqliteConnection::compile(const QByteArray& text, bool kept) {
+    ++statementsCompiled_;
+    sqlite3_stmt* raw = nullptr;
+    const char* tail = nullptr;
+    if (sqlite3_prepare_v3(db_, text.constData(), static_cast<int>(text.size()) + 1,
+                           kept ? SQLITE_PREPARE_PERSISTENT : 0, &raw, &tail) != SQLITE_OK)
+        raiseSqlite(db_);
+    Statement statement(raw);
+    if (!statement)
+        raiseDatabase(QStringLiteral("無効な SQL ステートメントです。'DELETE'、'INSERT'、'PROCEDURE'、"
+                                     "'SELECT'、または 'UPDATE' を使用してください。"));
+    if (!onlyStatementEndsLeft(tail))
+        raiseDatabase(QStringLiteral("SQL ステートメントの後に文字が見つかりました。"));
+    return statement.release();
+}
+
+SqliteConnection::Lease SqliteConnection::statementFor(const QString& sql) {
+    const QByteArray text = sql.toUtf8();
+    ++uses_;
+    int slot = -1;
+    for (std::size_t i = 0; i < cache_.size(); ++i) {
+        if (!cache_[i].inUse && cache_[i].text == text) {
+            slot = static_cast<int>(i);
+            break;
+        }
+    }
+    if (slot < 0) {
+        sqlite3_stmt* compiled = compile(text, true);
+        if (cache_.size() < kKeptStatements) {
+            cache_.push_back({text, compiled, 0, false});
+            slot = static_cast<int>(cache_.size() - 1);
+        } else {
+            for (std::size_t i = 0; i < cache_.size(); ++i) {
+                if (!cache_[i].inUse && (slot < 0 || cache_[i].lastUse < cache_[static_cast<std::size_t>(slot)].lastUse))
+                    slot = static_cast<int>(i);
+            }
+            if (slot < 0) return Lease(*this, -1, compiled);
+            CachedStatement& evicted = cache_[static_cast<std::size_t>(slot)];
+            sqlite3_finalize(evicted.statement);
+            evicted = {text, compiled, 0, false};
+        }
+    }
+    CachedStatement& entry = cache_[static_cast<std::size_t>(slot)];
+    entry.inUse = true;
+    entry.lastUse = uses_;
+    return Lease(*this, slot, entry.statement);
 }
 
 void SqliteConnection::requireDatabaseFile(const QString& path) {
@@ -263,6 +326,7 @@ SqliteConnection::SqliteConnection(const QString& path) {
         // Reading the schema now turns a damaged file into an error at opening.
         query(QStringLiteral("SELECT count(*) FROM sqlite_master"));
     } catch (...) {
+        dropKeptStatements();
         sqlite3_close_v2(db_);
         db_ = nullptr;
         throw;
@@ -270,13 +334,25 @@ SqliteConnection::SqliteConnection(const QString& path) {
 }
 
 SqliteConnection::~SqliteConnection() {
+    dropKeptStatements();
     if (db_) sqlite3_close_v2(db_);
 }
 
+void SqliteConnection::dropKeptStatements() {
+    for (const CachedStatement& kept : cache_) sqlite3_finalize(kept.statement);
+    cache_.clear();
+}
+
 Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& parameters) {
+    makeLinksNamedIn(sql);
     ++statementsPrepared_;
-    const Statement statement = prepareStatement(db_, sql, parameters);
+    const Lease statement = statementFor(sql);
     sqlite3_stmt* st = statement.get();
+    bindParameters(db_, st, parameters);
+    // The columns are read after the first step: a kept statement is
+    // compiled again there when the schema changed since it was kept.
+    int stepped = sqlite3_step(st);
+    if (stepped != SQLITE_ROW && stepped != SQLITE_DONE) raiseSqlite(db_);
     const int columns = sqlite3_column_count(st);
     QList<FieldInfo> fields;
     QList<int> declaredTypes;
@@ -287,8 +363,7 @@ Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& para
         declaredTypes.append(declared);
     }
     QList<QList<Variant>> rows;
-    int stepped = SQLITE_ROW;
-    while ((stepped = sqlite3_step(st)) == SQLITE_ROW) {
+    for (; stepped == SQLITE_ROW; stepped = sqlite3_step(st)) {
         QList<Variant> row;
         row.reserve(columns);
         for (int c = 0; c < columns; ++c) {
@@ -307,8 +382,10 @@ Recordset SqliteConnection::query(const QString& sql, const QList<Variant>& para
 }
 
 long SqliteConnection::execute(const QString& sql, const QList<Variant>& parameters) {
+    makeLinksNamedIn(sql);
     ++statementsPrepared_;
-    const Statement statement = prepareStatement(db_, sql, parameters);
+    const Lease statement = statementFor(sql);
+    bindParameters(db_, statement.get(), parameters);
     int stepped = SQLITE_ROW;
     while ((stepped = sqlite3_step(statement.get())) == SQLITE_ROW) {
     }
@@ -317,9 +394,9 @@ long SqliteConnection::execute(const QString& sql, const QList<Variant>& paramet
 }
 
 PreparedStatement SqliteConnection::prepare(const QString& sql) {
+    makeLinksNamedIn(sql);
     ++statementsPrepared_;
-    Statement statement = prepareStatement(db_, sql, {});
-    return PreparedStatement(db_, statement.release());
+    return PreparedStatement(db_, compile(sql.toUtf8(), false));
 }
 
 bool SqliteConnection::begin() {
@@ -372,8 +449,47 @@ void SqliteConnection::detachIfUnused(const QString& alias) {
     std::erase_if(attachments_, [&](const Attachment& a) { return a.alias == alias; });
 }
 
+void SqliteConnection::linkTableWhenNamed(const QString& name, const QString& sourceTable,
+                                          const QString& file) {
+    waitingLinks_[name.toLower()] = {name, sourceTable, file};
+}
+
+void SqliteConnection::makeLinksNamedIn(const QString& sql) {
+    if (waitingLinks_.empty()) return;
+    const QString text = sql.toLower();
+    const auto isNamePart = [](QChar c) { return c.isLetterOrNumber() || c == u'_'; };
+    const auto names = [&](const QString& name) {
+        for (qsizetype at = text.indexOf(name); at >= 0; at = text.indexOf(name, at + 1)) {
+            const qsizetype end = at + name.size();
+            if ((at == 0 || !isNamePart(text[at - 1])) && (end == text.size() || !isNamePart(text[end])))
+                return true;
+        }
+        return false;
+    };
+    std::vector<WaitingLink> due;
+    for (auto it = waitingLinks_.begin(); it != waitingLinks_.end();) {
+        if (names(it->first)) {
+            due.push_back(std::move(it->second));
+            it = waitingLinks_.erase(it);
+        } else {
+            ++it;
+        }
+    }
+    // Work left over from the opening, not the statements of the routine
+    // that happens to meet it first.
+    const std::uint64_t asked = statementsPrepared_;
+    for (const WaitingLink& link : due) {
+        try {
+            linkTable(link.name, link.sourceTable, link.file);
+        } catch (const VbError&) {
+        }
+    }
+    statementsPrepared_ = asked;
+}
+
 void SqliteConnection::linkTable(const QString& name, const QString& sourceTable,
                                  const QString& file) {
+    waitingLinks_.erase(name.toLower());
     const QString attached = jet::attachableFile(file);
     requireDatabaseFile(attached);
     const QString canonical = QFileInfo(attached).canonicalFilePath();
@@ -405,6 +521,7 @@ void SqliteConnection::linkTable(const QString& name, const QString& sourceTable
 }
 
 void SqliteConnection::unlinkTable(const QString& name) {
+    waitingLinks_.erase(name.toLower());
     execute(QStringLiteral("DROP VIEW IF EXISTS temp.%1").arg(quotedName(name)));
     const auto link = links_.find(name.toLower());
     if (link == links_.end()) return;
@@ -413,7 +530,8 @@ void SqliteConnection::unlinkTable(const QString& name) {
     detachIfUnused(alias);
 }
 
-QString SqliteConnection::linkedFile(const QString& name) const {
+QString SqliteConnection::linkedFile(const QString& name) {
+    if (waitingLinks_.count(name.toLower()) > 0) makeLinksNamedIn(name);
     const auto link = links_.find(name.toLower());
     if (link == links_.end()) return {};
     for (const Attachment& a : attachments_) {

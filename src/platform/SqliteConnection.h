@@ -10,6 +10,7 @@
 #include "platform/Recordset.h"
 #include "platform/Variant.h"
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 
@@ -80,16 +81,27 @@ public:
     // disk rolls a transaction back).
     void commit();
 
-    // How many statements were prepared on this connection so far: what a
-    // routine costs in statements, whatever it runs them for.
+    // How many statements were asked of this connection so far (run or
+    // prepared): what a routine costs in statements, whatever it runs them
+    // for, and however many of them were compiled already.
     std::uint64_t statementsPrepared() const { return statementsPrepared_; }
+    // How many of those SQLite had to compile from their text: query() and
+    // execute() keep the statements of the texts they ran last and run such
+    // a text again without compiling it anew.
+    std::uint64_t statementsCompiled() const { return statementsCompiled_; }
 
     // Points the linked table `name` at `sourceTable` in the database `file`
     // (a Jet file is read through its SQLite copy, see JetDatabase.h).
     // The file is checked first, so a failure leaves the previous link working.
     void linkTable(const QString& name, const QString& sourceTable, const QString& file);
+    // A link as linkTable() makes it, put in place only when a statement
+    // first names the table (or its file is asked for): a run that points
+    // the table elsewhere first never attaches the earlier file. A link that
+    // cannot be made then stays unmade, without an error; the statement
+    // meets the table as it is without the link.
+    void linkTableWhenNamed(const QString& name, const QString& sourceTable, const QString& file);
     // The absolute path the linked table reads from; empty when not linked.
-    QString linkedFile(const QString& name) const;
+    QString linkedFile(const QString& name);
     // Takes the linked table away: a query of it fails until it is linked again.
     void unlinkTable(const QString& name);
 
@@ -112,6 +124,24 @@ private:
         QString alias;
     };
 
+    // A compiled statement kept for its text, ready to run again.
+    struct CachedStatement {
+        QByteArray text;
+        sqlite3_stmt* statement = nullptr;
+        std::uint64_t lastUse = 0;
+        bool inUse = false;
+    };
+    class Lease;
+
+    // The compiled statement of the text, from the kept ones when it is
+    // there; the lease puts it back, reset and unbound, when it goes.
+    Lease statementFor(const QString& sql);
+    sqlite3_stmt* compile(const QByteArray& text, bool kept);
+    void dropKeptStatements();
+
+    // Makes the waiting links of the tables the statement names.
+    void makeLinksNamedIn(const QString& sql);
+
     QString attachmentFor(const QString& file);
     void detachIfUnused(const QString& alias);
     bool schemaHasTable(const QString& alias, const QString& table);
@@ -121,7 +151,16 @@ private:
     std::unique_ptr<DatabaseFileLock> fileLock_;
     std::vector<Attachment> attachments_;
     std::map<QString, Link> links_;  // by lower-case name
+    struct WaitingLink {
+        QString name;
+        QString sourceTable;
+        QString file;
+    };
+    std::map<QString, WaitingLink> waitingLinks_;  // by lower-case name
     std::uint64_t statementsPrepared_ = 0;
+    std::uint64_t statementsCompiled_ = 0;
+    std::vector<CachedStatement> cache_;
+    std::uint64_t uses_ = 0;
 };
 
 }  // namespace kelvary

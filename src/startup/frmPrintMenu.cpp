@@ -110,6 +110,13 @@ private:
     QElapsedTimer typedSince_;
 };
 
+QFont periodListFont() {
+    QFont font(QStringLiteral("ＭＳ ゴシック"), 10);
+    font.setStyleHint(QFont::TypeWriter);
+    font.setFixedPitch(true);
+    return font;
+}
+
 template <typename Widget>
 Widget* named(Widget* widget, const char* name) {
     widget->setObjectName(QString::fromLatin1(name));
@@ -128,7 +135,10 @@ void frmPrintMenu::buildControls() {
     setWindowTitle(QStringLiteral("オプション：印刷"));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 
-    fraCourse_ = named(new QGroupBox(QStringLiteral("コースを選択してください"), this), "fraCourse");
+    // Its caption is given in prepareForDisplay: a captioned group box
+    // measures its text at once, which loads the system's whole font
+    // database, and a batch run never shows the dialog.
+    fraCourse_ = named(new QGroupBox(this), "fraCourse");
     fldCourseNumber1_ = named(new QRadioButton(QStringLiteral("レギュラー（10営業日以内）"), fraCourse_),
                               "fldCourseNumber1");
     fldCourseNumber3_ = named(new QRadioButton(QStringLiteral("エクスプレス（3営業日以内）"), fraCourse_),
@@ -148,11 +158,7 @@ void frmPrintMenu::buildControls() {
 
     dbgList_ = named(new PeriodList(this), "dbgList");
     dbgList_->setSelectionMode(QAbstractItemView::MultiSelection);
-    QFont listFont(QStringLiteral("ＭＳ ゴシック"), 10);
-    listFont.setStyleHint(QFont::TypeWriter);
-    listFont.setFixedPitch(true);
-    dbgList_->setFont(listFont);
-    dbgList_->setMinimumWidth(QFontMetrics(listFont).horizontalAdvance(QLatin1Char('0')) * kListColumns);
+    dbgList_->setFont(periodListFont());
 
     fldProxy_ = named(new QCheckBox(QStringLiteral("代理申請（申請者欄に代理人の情報が記載されます。）"), this),
                       "fldProxy");
@@ -219,6 +225,19 @@ void frmPrintMenu::ShowModal() {
 
 void frmPrintMenu::Dispose() {
     setVisible(false);
+}
+
+void frmPrintMenu::setVisible(bool visible) {
+    if (visible) prepareForDisplay();
+    QDialog::setVisible(visible);
+}
+
+// What only a shown dialog needs, given before its first layout so that it
+// opens at the size these make.
+void frmPrintMenu::prepareForDisplay() {
+    if (fraCourse_->title().isEmpty()) fraCourse_->setTitle(QStringLiteral("コースを選択してください"));
+    if (dbgList_->minimumWidth() == 0)
+        dbgList_->setMinimumWidth(QFontMetrics(periodListFont()).horizontalAdvance(QLatin1Char('0')) * kListColumns);
 }
 
 void frmPrintMenu::showEvent(QShowEvent* event) {

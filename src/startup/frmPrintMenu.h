@@ -57,6 +57,10 @@ public:
     // The course code is the item data of its selected entry (gvarGetComboBoxValue).
     QComboBox* fldCourseNumber() const { return fldCourseNumber_; }
 
+    // Gives the dialog what only a shown dialog needs (the course frame's
+    // caption, the period list's width) before it first appears.
+    void setVisible(bool visible) override;
+
 public slots:
     // Escape and the title bar's close end the dialog as cmdCancel does.
     void reject() override;
@@ -66,6 +70,7 @@ protected:
 
 private:
     void buildControls();
+    void prepareForDisplay();
     void connectHandlers();
     void enterSendFileMode();
 

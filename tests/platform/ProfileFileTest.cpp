@@ -182,5 +182,33 @@ TEST_F(ProfileFileTest, WriteIntoAMissingFolderFailsWithPathNotFound) {
     }
 }
 
+// A batch leaves the file alone until it is committed, reads see its
+// entries meanwhile, and the bytes it saves are those the single writes
+// would have left.
+TEST_F(ProfileFileTest, BatchedWritesSaveOnceWhatTheSingleWritesWouldHaveSaved) {
+    const QByteArray before = "[System]\r\nShowErrMsg=-1\r\n[UserInfo]\r\nUserName=old\r\n";
+    put(before);
+    {
+        ProfileWriteBatch batch(path());
+        write("UserInfo", "UserName", QStringLiteral("山田太郎"));
+        write("UserInfo", "UserTel", "0312345678");
+        write("System", "ShowErrMsg", "-1");  // as it stands: nothing to save for it
+        EXPECT_EQ(bytes(), before);
+        EXPECT_EQ(read("UserInfo", "UserName"), QStringLiteral("山田太郎"));
+        // Another file is written at once.
+        writeProfileString(path("Other.ini"), "S", "k", "v");
+        EXPECT_EQ(readProfileString(path("Other.ini"), "S", "k"), "v");
+        batch.commit();
+        EXPECT_EQ(bytes(), "[System]\r\nShowErrMsg=-1\r\n[UserInfo]\r\nUserName=" + hexBytes(kYamadaTaro) +
+                               "\r\nUserTel=0312345678\r\n");
+        write("UserInfo", "UserID", "7");
+    }
+    // Left uncommitted when the batch went: saved then.
+    EXPECT_TRUE(bytes().endsWith("UserTel=0312345678\r\nUserID=7\r\n")) << bytes().toStdString();
+    // The checks of a single write still come with each write of a batch.
+    ProfileWriteBatch missing(path("no such folder/UserData.ini"));
+    EXPECT_THROW(writeProfileString(path("no such folder/UserData.ini"), "S", "k", "v"), VbError);
+}
+
 }  // namespace
 }  // namespace kelvary

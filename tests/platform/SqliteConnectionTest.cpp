@@ -151,6 +151,79 @@ TEST_F(SqliteConnectionTypes, NumberLiteralsAreStoredAsTheStatementTextWouldStor
     EXPECT_EQ(single("42"), QStringLiteral("integer42 text'42' integer42 real42.0 integer42"));
 }
 
+// A text run again is served by the statement compiled the first time. What
+// must not show: values of the earlier run, columns of the schema it was
+// compiled for, an earlier failure.
+class SqliteConnectionKept : public ::testing::Test {
+protected:
+    void SetUp() override {
+        path = dir.filePath(QStringLiteral("kept.mdb"));
+        makeDatabase(path, "CREATE TABLE T (K INTEGER PRIMARY KEY, A TEXT, B TEXT);");
+        connection = std::make_unique<SqliteConnection>(path);
+    }
+    QString errorOf(const QString& sql) {
+        try {
+            connection->query(sql);
+        } catch (const VbError& e) {
+            return e.description();
+        }
+        return QStringLiteral("<ran>");
+    }
+    QTemporaryDir dir;
+    QString path;
+    std::unique_ptr<SqliteConnection> connection;
+};
+
+TEST_F(SqliteConnectionKept, ARepeatedTextIsCompiledOnceAndForgetsItsValues) {
+    const QString insert = QStringLiteral("INSERT INTO T (K, A, B) VALUES (?1, ?2, ?3)");
+    const std::uint64_t compiled = connection->statementsCompiled();
+    const std::uint64_t asked = connection->statementsPrepared();
+    connection->execute(insert, {Variant(1), Variant(QStringLiteral("a1")), Variant(QStringLiteral("b1"))});
+    // Fewer values: the rest are Null, as in a statement compiled afresh.
+    connection->execute(insert, {Variant(2), Variant(QStringLiteral("a2"))});
+    EXPECT_EQ(storedValue(path, "SELECT B FROM T WHERE K = 2"), QStringLiteral("null:"));
+    EXPECT_EQ(storedValue(path, "SELECT A FROM T WHERE K = 2"), QStringLiteral("text:a2"));
+    // A failed run (the key is taken) leaves the statement ready for the next.
+    EXPECT_THROW(connection->execute(insert, {Variant(1), Variant(QStringLiteral("again"))}), VbError);
+    EXPECT_EQ(connection->execute(insert, {Variant(3), Variant(QStringLiteral("a3")), Variant(QStringLiteral("b3"))}), 1);
+    EXPECT_EQ(storedValue(path, "SELECT group_concat(A || '/' || ifnull(B, '-'), ' ') FROM T"),
+              QStringLiteral("text:a1/b1 a2/- a3/b3"));
+    EXPECT_EQ(connection->statementsPrepared() - asked, 4u);
+    EXPECT_EQ(connection->statementsCompiled() - compiled, 1u);
+}
+
+TEST_F(SqliteConnectionKept, AChangedSchemaGivesTheNewColumnsOrTheCompilersError) {
+    const QString all = QStringLiteral("SELECT * FROM T");
+    connection->execute(QStringLiteral("INSERT INTO T VALUES (1, 'a', 'b')"));
+    EXPECT_EQ(connection->query(all).fieldCount(), 3);
+    // Changed by another program between two runs of the same text.
+    makeDatabase(path, "ALTER TABLE T ADD COLUMN C INTEGER DEFAULT 7;");
+    Recordset widened = connection->query(all);
+    ASSERT_EQ(widened.fieldCount(), 4);
+    EXPECT_EQ(widened.fieldName(3), QStringLiteral("C"));
+    EXPECT_EQ(widened.value(3).toLong(), 7);
+    // Changed through the connection itself, and an empty result: the
+    // columns come from the new table all the same.
+    connection->execute(QStringLiteral("DROP TABLE T"));
+    connection->execute(QStringLiteral("CREATE TABLE T (Only TEXT)"));
+    Recordset narrowed = connection->query(all);
+    ASSERT_EQ(narrowed.fieldCount(), 1);
+    EXPECT_EQ(narrowed.fieldName(0), QStringLiteral("Only"));
+    EXPECT_TRUE(narrowed.eof());
+    connection->execute(QStringLiteral("DROP TABLE T"));
+    EXPECT_EQ(errorOf(all), QStringLiteral("データベースの処理でエラーが発生しました。(no such table: T)"));
+}
+
+TEST_F(SqliteConnectionKept, TextsRunOnceDoNotPushOutTheOneRunOften) {
+    const QString count = QStringLiteral("SELECT count(*) FROM T");
+    const std::uint64_t compiled = connection->statementsCompiled();
+    for (int i = 1; i <= 200; ++i) {
+        connection->execute(QStringLiteral("INSERT INTO T (K, A) VALUES (%1, 'x')").arg(i));
+        EXPECT_EQ(connection->query(count).value(0).toLong(), i);
+    }
+    EXPECT_EQ(connection->statementsCompiled() - compiled, 201u);
+}
+
 // Two sibling databases with the same tables and different rows, and a
 // working database that links them.
 class SqliteConnectionLinks : public ::testing::Test {
@@ -218,6 +291,35 @@ TEST_F(SqliteConnectionLinks, RepointingFollowsTheNewFileAndReleasesTheOld) {
 
     connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
     EXPECT_EQ(codes(), QStringLiteral("11;"));
+}
+
+// Links put back at opening wait for the first statement that names their
+// table: one pointed elsewhere before that never attaches the earlier file,
+// and a table whose name only begins like another's does not count.
+TEST_F(SqliteConnectionLinks, WaitingLinksAreMadeWhenAStatementNamesTheirTable) {
+    connection->linkTableWhenNamed(QStringLiteral("T_FS"), QStringLiteral("T_FS"), first);
+    connection->linkTableWhenNamed(QStringLiteral("M_FSDoc"), QStringLiteral("M_FSDoc"), first);
+    EXPECT_EQ(attachedFilesNamed(first), 0);
+    connection->execute(QStringLiteral("CREATE TABLE T_FSNote (A INTEGER)"));
+    EXPECT_EQ(attachedFilesNamed(first), 0) << "T_FSNote is not T_FS";
+
+    connection->linkTable(QStringLiteral("M_FSDoc"), QStringLiteral("M_FSDoc"), second);
+    EXPECT_EQ(connection->query(QStringLiteral("select * from m_fsdoc")).recordCount(), 0);
+    EXPECT_EQ(attachedFilesNamed(first), 0) << "the earlier file of M_FSDoc was never attached";
+
+    EXPECT_EQ(codes(), QStringLiteral("11;"));
+    EXPECT_EQ(attachedFilesNamed(first), 1);
+
+    // Asking for the file makes the link as well; one that cannot be made
+    // leaves the table as it is, without an error.
+    connection->linkTableWhenNamed(QStringLiteral("T_FS"), QStringLiteral("T_FS"),
+                                   dir.filePath(QStringLiteral("none/Ledra.mdb")));
+    EXPECT_EQ(connection->linkedFile(QStringLiteral("t_fs")), QFileInfo(first).canonicalFilePath());
+    connection->unlinkTable(QStringLiteral("T_FS"));
+    connection->linkTableWhenNamed(QStringLiteral("T_FS"), QStringLiteral("T_FS"),
+                                   dir.filePath(QStringLiteral("none/Ledra.mdb")));
+    EXPECT_EQ(codes(), QStringLiteral("99;"));
+    EXPECT_EQ(connection->linkedFile(QStringLiteral("T_FS")), QString());
 }
 
 TEST_F(SqliteConnectionLinks, FailedRepointingKeepsThePreviousLink) {

@@ -8,6 +8,8 @@
 #include "support/RecordingUi.h"
 
 #include <QCheckBox>
+#include <QFontMetrics>
+#include <QGroupBox>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
@@ -102,6 +104,17 @@ TEST_F(PrintMenu, PeriodEntriesAreFixedColumnsOfEraDates) {
                              QStringLiteral("  11期　平成20年 4月 1日 ～ 平成21年 3月31日 (財務:新)"),
                              QStringLiteral("2345期　      年  月  日 ～       年  月  日"),
                          }));
+}
+
+// A batch run never shows the menu, so its caption and list width come only
+// with showing it; shown, it has both, and the widest entry fits the list.
+TEST_F(PrintMenu, ShownMenuCaptionsTheCoursesAndFitsTheWidestEntry) {
+    home.run(kThreePeriods);
+    menu.show();
+    EXPECT_EQ(control<QGroupBox>("fraCourse")->title(), QStringLiteral("コースを選択してください"));
+    const QString widest = QStringLiteral("2345期　平成31年12月31日 ～ 令和 2年12月31日 (財務:新)");
+    EXPECT_GE(list()->minimumWidth(), QFontMetrics(list()->font()).horizontalAdvance(widest));
+    EXPECT_GE(list()->width(), list()->minimumWidth());
 }
 
 TEST_F(PrintMenu, SendFileModeWithoutAnyPeriodSaysWhyNothingCanBeSent) {
