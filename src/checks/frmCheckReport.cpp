@@ -5,7 +5,6 @@
 
 #include "platform/TextPrinter.h"
 #include "platform/VbError.h"
-#include "startup/CommandLine.h"
 #include "startup/UserInterface.h"
 #include "startup/mdlFunctionStandard.h"
 
@@ -147,7 +146,7 @@ void frmCheckReport::cmdPrint_Click() {
 
 void frmCheckReport::cmdClose_Click() { hide(); }
 
-// The default printer, or in batch mode the PDF file named by --print-to.
+// The run's print target: the default printer, or the PDF file standing in for it.
 void frmCheckReport::mPrintOutError() {
     try {
         const QString text = txtMessage_->toPlainText();
@@ -156,10 +155,10 @@ void frmCheckReport::mPrintOutError() {
             return;
         }
         QPrinter printer(QPrinter::HighResolution);
-        const QString printTo = batchOptions().printTo;
-        if (!printTo.isEmpty()) {
+        const PrintTarget target = userInterface().printTarget();
+        if (target.isPdfFile()) {
             printer.setOutputFormat(QPrinter::PdfFormat);
-            printer.setOutputFileName(printTo);
+            printer.setOutputFileName(target.pdfPath());
         } else if (!printer.isValid() || printer.printerName().isEmpty()) {
             throw VbError(vberr::PathNotFound, QStringLiteral("通常使うプリンタが設定されていません。"));
         }

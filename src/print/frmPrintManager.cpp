@@ -7,7 +7,6 @@
 #include "platform/VbError.h"
 #include "platform/VbFormat.h"
 #include "print/frmPrintPreview.h"
-#include "startup/CommandLine.h"
 #include "startup/UserInterface.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
@@ -248,12 +247,12 @@ void frmPrintManager::PrintNoPreview() {
     }
 }
 
-// Prints every collected page: to the system's default printer, or in batch
-// mode with --print-to into that PDF file.
+// Prints every collected page to the run's print target: the system's
+// default printer, or the PDF file standing in for it.
 void frmPrintManager::mPrintPreview() {
-    const QString printTo = batchOptions().printTo;
-    if (!printTo.isEmpty()) {
-        PdfFileWriter file(printTo, app::title(), QStringLiteral("kelvary ") + gstrAppVersion());
+    const PrintTarget target = userInterface().printTarget();
+    if (target.isPdfFile()) {
+        PdfFileWriter file(target.pdfPath(), app::title(), QStringLiteral("kelvary ") + gstrAppVersion());
         for (const RecordedPage& page : mPages) file.addPage(page);
         file.commit();
         return;
