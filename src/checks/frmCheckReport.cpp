@@ -81,7 +81,7 @@ frmCheckReport::frmCheckReport(QWidget* parent)
 void frmCheckReport::loadText(const QString& text) { txtMessage_->setPlainText(shownText(text)); }
 
 void frmCheckReport::SetText(const QString& text) {
-    try {
+    trapped(QStringLiteral("SetText"), 0, [&] {
         loadText(text);
         if (userInterface().isBatch()) {
             userInterface().showReport(kCaption, text);
@@ -89,9 +89,7 @@ void frmCheckReport::SetText(const QString& text) {
         }
         mSetWindowPosition();
         exec();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("SetText"), 0);
-    }
+    });
 }
 
 void frmCheckReport::Dispose() { close(); }
@@ -136,19 +134,19 @@ void frmCheckReport::mSetWindowPosition() {
 }
 
 void frmCheckReport::cmdPrint_Click() {
-    try {
+    trapped(QStringLiteral("cmdPrint_Click"), 0, [&] {
         if (!gMsgbox(1, QStringLiteral("印刷を実行しますか？"), QStringLiteral("確認"))) return;
         mPrintOutError();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("cmdPrint_Click"), 0);
-    }
+    });
 }
 
 void frmCheckReport::cmdClose_Click() { hide(); }
 
 // The run's print target: the default printer, or the PDF file standing in for it.
+// The user asked for paper: a print that does not start is told, as the
+// preview's print button tells it.
 void frmCheckReport::mPrintOutError() {
-    try {
+    trapped(QStringLiteral("mPrintOutError"), 1, [&] {
         const QString text = txtMessage_->toPlainText();
         if (text.trimmed().isEmpty()) {
             gMsgbox(0, QStringLiteral("印刷する内容がありません"), QStringLiteral("情報"));
@@ -164,11 +162,7 @@ void frmCheckReport::mPrintOutError() {
         }
         printer.setDocName(kCaption);
         printTextLines(text, QStringLiteral("ＭＳ ゴシック"), printer);
-    } catch (...) {
-        // The user asked for paper: a print that does not start is told,
-        // as the preview's print button tells it.
-        ShowErrMsg(QStringLiteral("mPrintOutError"), 1);
-    }
+    });
 }
 
 }  // namespace kelvary

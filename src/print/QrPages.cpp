@@ -22,7 +22,7 @@ void mPutQRSymbol(frmPrintManager& manager, long slot, const QString& fileBase, 
 
 void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, long pageTotal,
                     FormEdition edition) {
-    try {
+    trapped(QStringLiteral("mPrintFSHeader"), 0, [&] {
         const Recordset index =
             gobjMakeRecordset(QStringLiteral("Select * From tblIndex Where IndexID= ") + QString::number(indexId));
         manager.OutPutData(QStringLiteral("PageInfo"), QStringLiteral("Page ") + QString::number(page) +
@@ -48,14 +48,12 @@ void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, l
         // A period without its statement row has no edition to name.
         if (!label.isNull() && !label.text().isEmpty())
             manager.OutPutData(QStringLiteral("EnforceDate"), vbFormat(label, QStringLiteral("ggge年m月様式")));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintFSHeader"), 0);
-    }
+    });
 }
 
 void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, long periodIndex, long pageTotal,
                  std::int32_t indexId, long& slot, long& page, bool single, FormEdition edition) {
-    try {
+    trapped(QStringLiteral("mPrintFSSub"), 0, [&] {
         for (long k = 1; k <= count; ++k) {
             ++slot;
             const QString file =
@@ -70,14 +68,12 @@ void mPrintFSSub(frmPrintManager& manager, const QString& fileBase, long count, 
                 mPrintFSHeader(manager, indexId, page, pageTotal, edition);
             }
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintFSSub"), 0);
-    }
+    });
 }
 
 void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, const PeriodSymbolCounts& counts,
               bool problemMark, FormEdition edition) {
-    try {
+    trapped(QStringLiteral("mPrintFS"), 0, [&] {
         long symbols = 1 + counts.statements + counts.renamedItems + counts.equity + counts.noteList;
         if (counts.equity > 0) ++symbols;
         const long pageTotal = glngCeilDiv(symbols, kSymbolsPerPage);
@@ -101,9 +97,7 @@ void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, 
         mPrintFSSub(manager, QStringLiteral("NListData"), counts.noteList, periodIndex, pageTotal, indexId, slot, page,
                     false, edition);
         manager.EndPage(problemMark);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintFS"), 0);
-    }
+    });
 }
 
 }  // namespace kelvary

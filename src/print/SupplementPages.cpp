@@ -89,12 +89,10 @@ void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const Suppl
 
 void mPrintSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const SupplementChoices& choices,
                   bool problemMark) {
-    try {
+    trapped(QStringLiteral("mPrintSubDoc"), 0, [&] {
         mWriteSubDoc(manager, apDataCode, choices);
         manager.EndPage(problemMark);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintSubDoc"), 0);
-    }
+    });
 }
 
 }  // namespace kelvary

@@ -114,7 +114,7 @@ void QrGenerator::mAddHeaderLine(QString& strData, const QString& strName, long 
 }
 
 void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
-    try {
+    trapped(QStringLiteral("mMakeQRCodeApplyHeader"), 1, [&] {
         const QString name = QStringLiteral("ApplyHeader");
         const auto longValue = [](long value) { return Variant::fromLong(static_cast<std::int32_t>(value)); };
         // The agent flags come last, so an edition without them stops at 5.
@@ -132,9 +132,7 @@ void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
         for (long i = 0; i < mrecords.applyHeader; ++i)
             mAddDataLine(payload, i + 1, {records.at(static_cast<size_t>(i))});
         mfrmQRCode->MakeQRCode(mstrGetImageFile(name), payload);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mMakeQRCodeApplyHeader"), 1);
-    }
+    });
 }
 
 void QrGenerator::mMakeQRCodeAPData(std::int32_t lngAPDataCode) {

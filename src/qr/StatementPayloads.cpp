@@ -209,7 +209,7 @@ void StatementPayloads::mMakeQRCodeFSCapital() {
 }
 
 void StatementPayloads::mMakeQRCodeFSNList() {
-    try {
+    trapped(QStringLiteral("mMakeQRCodeFSNList"), 1, [&] {
         const Recordset rs =
             gobjMakeRecordset(QStringLiteral("Select * From tmpFSNoteData Where ") + keyCondition());
         if (rs.isNothing()) return;
@@ -256,9 +256,7 @@ void StatementPayloads::mMakeQRCodeFSNList() {
         }
         if (count >= 1) close();
         NListQRCodeCount = k;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mMakeQRCodeFSNList"), 1);
-    }
+    });
 }
 
 }  // namespace kelvary
