@@ -54,15 +54,11 @@ QString pathLevel(const Variant& level) {
 }  // namespace
 
 clsVerifyFSData::clsVerifyFSData() {
-    trapped(QStringLiteral("Class_Initialize"), 0, [&] {
-        mItemTotals.resize(static_cast<std::size_t>(std::max<std::int32_t>(mGetItemMax(), 0)) + 1);
-    });
+    mItemTotals.resize(static_cast<std::size_t>(std::max<std::int32_t>(mGetItemMax(), 0)) + 1);
 }
 
 std::int32_t clsVerifyFSData::mGetItemMax() {
-    return trapped(QStringLiteral("mGetItemMax"), 0, 0, [&] {
-        return glngGetMaxValue(QStringLiteral("ItemCode"), QStringLiteral("M_FSItem"), QString());
-    });
+    return glngGetMaxValue(QStringLiteral("ItemCode"), QStringLiteral("M_FSItem"), QString());
 }
 
 void clsVerifyFSData::setFSDataCode(std::int32_t code) {

@@ -1,5 +1,5 @@
-// The error trap a routine runs its body under, as "On Error GoTo" gave the
-// original: an exception leaving the body is handed, still in flight, to the
+// The error trap a routine runs its body under, as VB's "On Error GoTo" gave
+// one: an exception leaving the body is handed, still in flight, to the
 // routine's error display with the routine's place name and mode, and the
 // routine then gives its empty result. Which display speaks is the caller's
 // business (the program's error box, or the database routines' own seam), so

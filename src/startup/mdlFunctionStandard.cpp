@@ -180,16 +180,14 @@ bool gblnCheckExistFile(const QString& path, int attributes) {
 }
 
 void gSetHourglass(const Variant& flag) {
-    trapped(QStringLiteral("gSetHourglass"), 0, [&] {
-        if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return;
-        if (flag.type() != VarType::Boolean && !flag.isNumber()) return;
-        const double v = flag.toDouble();
-        if (v == -1.0) {
-            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        } else if (v == 0.0) {
-            while (QGuiApplication::overrideCursor()) QGuiApplication::restoreOverrideCursor();
-        }
-    });
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return;
+    if (flag.type() != VarType::Boolean && !flag.isNumber()) return;
+    const double v = flag.toDouble();
+    if (v == -1.0) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    } else if (v == 0.0) {
+        while (QGuiApplication::overrideCursor()) QGuiApplication::restoreOverrideCursor();
+    }
 }
 
 Variant gvarCheckData(int mode, const Variant& value, const Variant& defaultValue) {
