@@ -119,24 +119,24 @@ void clsVerifyFSData::CheckItemSum() {
     // A rule file that cannot be read, or that was cut short, is reported
     // once for the statement instead of once for every check it lacks.
     const QString path = gstrProgramInfo(0) + file;
-    std::optional<int> cutOff;
+    int cutOff = 0;  // the first check the file lacks; 0 when it lacks none
     const auto place = [&] {
         return QStringLiteral("gblnCheckItemSum") + kCrLf + QStringLiteral("Code=A") +
-               QString::number(cutOff.value_or(first));
+               QString::number(cutOff != 0 ? cutOff : first);
     };
     const TrapEnd read = trapped(place, 1, [&] {
-        cutOff = firstRuleCutOff(path, first, last);
-        if (cutOff)
+        cutOff = firstRuleCutOff(path, first, last).value_or(0);
+        if (cutOff != 0)
             throw VbError(vberr::InputPastEnd, QStringLiteral("ファイル「") + path +
                                                    QStringLiteral("」は途中で切れています。項番 ") +
-                                                   QString::number(*cutOff) + QStringLiteral(" から ") +
+                                                   QString::number(cutOff) + QStringLiteral(" から ") +
                                                    QString::number(last) + QStringLiteral(" の検査ができません。"));
     });
     if (!read) {
         mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
-        if (!cutOff) return;
+        if (cutOff == 0) return;
     }
-    const int lastHeld = cutOff ? *cutOff - 1 : last;
+    const int lastHeld = cutOff != 0 ? cutOff - 1 : last;
     for (int k = first; k <= lastHeld; ++k) gblnCheckItemSum(k, file);
 }
 
@@ -163,7 +163,7 @@ void clsVerifyFSData::mMdbToDimension() {
 
 void clsVerifyFSData::mCheckItemHeader() {
     bool failed = false;
-    if (!trapped(QStringLiteral("mCheckItemHeader"), 0, [&] {
+    const TrapEnd checked = trapped(QStringLiteral("mCheckItemHeader"), 0, [&] {
         const Recordset rs = gobjMakeRecordset(QStringLiteral(" Select * From tmpFSInfoData ") + QStringLiteral(" Where ") +
                                                mstrCondition());
         if (rs.eof()) {
@@ -221,9 +221,8 @@ void clsVerifyFSData::mCheckItemHeader() {
             fail(QStringLiteral("■基本情報の「兼業事業売上原価報告書を印刷する」がチェックされていません") + kParagraphEnd +
                  QStringLiteral("　（※「兼業事業売上高」「兼業事業売上原価」が計上されている為、添付する必要があります）"));
         mblnErrorFlag = mblnErrorFlag || failed;
-    })) {
-        mAppendProgramError(QStringLiteral("mCheckItemHeader"));
-    }
+    });
+    if (!checked) mAppendProgramError(QStringLiteral("mCheckItemHeader"));
 }
 
 void clsVerifyFSData::mCheckMinusItem() { mCheckSign(false); }
@@ -233,7 +232,7 @@ void clsVerifyFSData::mCheckPlusItem() { mCheckSign(true); }
 // not positive. Codes of 10000 and above are not items of the statements.
 void clsVerifyFSData::mCheckSign(bool plusCheck) {
     const QString place = plusCheck ? QStringLiteral("mCheckPlusItem") : QStringLiteral("mCheckMinusItem");
-    if (!trapped(place, 1, [&] {
+    const TrapEnd checked = trapped(place, 1, [&] {
         const QString sql =
             QStringLiteral(" Select tmpFSItemData.FSDataCode as FSDataCode, ") +
             QStringLiteral(" tmpFSItemData.ItemValue as ItemValue,") + QStringLiteral(" tmpFSItemData.ItemCode as ItemCode, ") +
@@ -262,13 +261,12 @@ void clsVerifyFSData::mCheckSign(bool plusCheck) {
                                   : QStringLiteral("■本来プラスの金額であるべき科目に、０又はマイナスの金額が入力されています。");
         mstrMessage += titleLine(title) + kCrLf + list + kParagraphEnd;
         mblnErrorFlag = true;
-    })) {
-        mAppendProgramError(place);
-    }
+    });
+    if (!checked) mAppendProgramError(place);
 }
 
 void clsVerifyFSData::mCheckItemMatch() {
-    if (!trapped(QStringLiteral("mCheckItemMatch"), 0, [&] {
+    const TrapEnd checked = trapped(QStringLiteral("mCheckItemMatch"), 0, [&] {
         if (mlngDistinction != 1 && mlngDistinction != 2) return;
         const QString flagColumn = mlngDistinction == 1 ? QStringLiteral("TypeFlag_H") : QStringLiteral("TypeFlag_K");
         Recordset rs = gobjMakeRecordset(QStringLiteral(" Select * From tblFSCheckMaster ") + QStringLiteral(" Where (") +
@@ -310,9 +308,8 @@ void clsVerifyFSData::mCheckItemMatch() {
             failed = true;
         }
         mblnErrorFlag = mblnErrorFlag || failed;
-    })) {
-        mAppendProgramError(QStringLiteral("mCheckItemMatch"));
-    }
+    });
+    if (!checked) mAppendProgramError(QStringLiteral("mCheckItemMatch"));
 }
 
 // Moves the file to the line after the record's header; false (reported)
@@ -357,17 +354,15 @@ bool clsVerifyFSData::gblnCheckItemSum(int checkNumber, const QString& fileName)
         mblnErrorFlag = true;
         return false;
     };
+    // A check that fails to run does not hold.
     bool holds = false;
-    if (!trapped(QStringLiteral("gblnCheckItemSum") + kCrLf + QStringLiteral("Code=") + key, 1,
-                 [&] { holds = check(); })) {
-        mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
-        return false;
-    }
+    const auto place = [&] { return QStringLiteral("gblnCheckItemSum") + kCrLf + QStringLiteral("Code=") + key; };
+    if (!trapped(place, 1, [&] { holds = check(); })) mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
     return holds;
 }
 
 void clsVerifyFSData::mCheckInvalidItem() {
-    if (!trapped(QStringLiteral("mCheckInvalidItem"), 1, [&] {
+    const TrapEnd checked = trapped(QStringLiteral("mCheckInvalidItem"), 1, [&] {
         Recordset names = gobjMakeRecordset(QStringLiteral(" Select *") + QStringLiteral(" From tblFSInvalidItemList ") +
                                             QStringLiteral(" Where (Distinction=") + QString::number(mlngDistinction) +
                                             QStringLiteral(")") + QStringLiteral(" And (EnforceDate=#") +
@@ -407,9 +402,8 @@ void clsVerifyFSData::mCheckInvalidItem() {
         }
         mblnErrorFlag = true;
         mstrMessage += kCrLf;
-    })) {
-        mAppendProgramError(QStringLiteral("mCheckInvalidItem"));
-    }
+    });
+    if (!checked) mAppendProgramError(QStringLiteral("mCheckInvalidItem"));
 }
 
 }  // namespace kelvary

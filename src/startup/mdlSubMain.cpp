@@ -1,6 +1,6 @@
-// Main: one start prints one application and ends. Every step runs under one
-// trap; a failing step is reported in mode 0 and the run resumes with the
-// next step, as the parent program's users are used to.
+// Main: one start prints one application and ends. Every step that can fail
+// runs under Main's trap; a failing step is reported in mode 0 and the run
+// resumes with the next step, as the parent program's users are used to.
 #include "startup/mdlSubMain.h"
 
 #include "db/mdlFunctionDatabase.h"
@@ -55,8 +55,7 @@ void requireEmptyWorkingTables() {
 }  // namespace
 
 void Main() {
-    // Main's trap: a failing step is reported in mode 0 and the next one runs;
-    // a check the run cannot go on without reports in mode 1 and ends it.
+    // A check the run cannot go on without reports in mode 1 and ends it.
     const QString place = QStringLiteral("Main");
     std::unique_ptr<InstanceLock> instance;
     std::unique_ptr<frmMDIForm> mainWindow;
