@@ -134,17 +134,15 @@ void frmCheckReport::mSetWindowPosition() {
 }
 
 void frmCheckReport::cmdPrint_Click() {
-    trapped(QStringLiteral("cmdPrint_Click"), 0, [&] {
-        if (!gMsgbox(1, QStringLiteral("印刷を実行しますか？"), QStringLiteral("確認"))) return;
-        mPrintOutError();
-    });
+    if (!gMsgbox(1, QStringLiteral("印刷を実行しますか？"), QStringLiteral("確認"))) return;
+    mPrintOutError();
 }
 
 void frmCheckReport::cmdClose_Click() { hide(); }
 
-// The run's print target: the default printer, or the PDF file standing in for it.
-// The user asked for paper: a print that does not start is told, as the
-// preview's print button tells it.
+// To the run's print target: the default printer, or the PDF file standing
+// in for it. The user asked for paper: a print that does not start is told,
+// as the preview's print button tells it.
 void frmCheckReport::mPrintOutError() {
     trapped(QStringLiteral("mPrintOutError"), 1, [&] {
         const QString text = txtMessage_->toPlainText();
