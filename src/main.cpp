@@ -161,8 +161,11 @@ int main(int argc, char** argv) {
     installFontSubstitutions();
     QApplication::setFont(QFont(formFontFamily(), 10));
 
-    if (cl.batch.enabled) setUserInterface(std::make_unique<BatchUserInterface>(cl.batch.answerYes));
-    else setUserInterface(std::make_unique<QtUserInterface>());
+    // Where printed pages go is settled here, once, for every window that prints.
+    const PrintTarget printTarget =
+        cl.batch.printTo.isEmpty() ? PrintTarget::defaultPrinter() : PrintTarget::pdfFile(cl.batch.printTo);
+    if (cl.batch.enabled) setUserInterface(std::make_unique<BatchUserInterface>(cl.batch.answerYes, printTarget));
+    else setUserInterface(std::make_unique<QtUserInterface>(printTarget));
     // The port goes before the application object does, on every way out.
     struct PortRelease {
         ~PortRelease() { setUserInterface(nullptr); }
@@ -182,7 +185,7 @@ int main(int argc, char** argv) {
     }
     setOptionFields(CommandFields{applicationFile, cl.pdfFile, cl.agent, cl.mode});
     const QString refusal =
-        runFilesRefusal(cl.parentText ? parentTextFields(*cl.parentText) : optionFields(), cl.batch.printTo, home);
+        runFilesRefusal(cl.parentText ? parentTextFields(*cl.parentText) : optionFields(), printTarget.pdfPath(), home);
     if (!refusal.isEmpty()) return refuseCommandLine(refusal);
     Main();
     return runExitStatus();

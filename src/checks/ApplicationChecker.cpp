@@ -268,7 +268,7 @@ bool ApplicationChecker::mblnCheckNameBlanks(const Recordset& rs) {
 }
 
 void ApplicationChecker::mCheckAPData() {
-    try {
+    const TrapEnd checked = trapped(QStringLiteral("mCheckAPData"), 1, [&] {
         const Recordset rs =
             gobjMakeRecordset(QStringLiteral("Select * From tmpAPData Where APDataCode=") + QString::number(mlngAPDataCode));
         if (rs.eof()) return;
@@ -312,8 +312,8 @@ void ApplicationChecker::mCheckAPData() {
         if (edition_ == FormEdition::Earlier) failed |= mblnCheckConsolidatedAmounts(rs);
 
         mblnErrorFlag = mblnErrorFlag || failed;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mCheckAPData"), 1);
+    });
+    if (!checked) {
         mstrMessage += QStringLiteral("■プログラムのエラーが発生しました。(場所:mCheckAPData)") + kCrLf +
                        QStringLiteral("　データファイルが更新されていない可能性があります。ノルデバンを実行してください。") +
                        kCrLf + kCrLf;

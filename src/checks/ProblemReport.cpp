@@ -34,7 +34,7 @@ QString applicationReportText(std::int32_t apDataCode, const QString& message) {
 
 bool mblnVaridateAPData(FormEdition edition, std::int32_t apDataCode, bool quiet, bool fsDataCheck,
                         QString& report) {
-    try {
+    return trapped(QStringLiteral("mblnVaridateAPData"), 0, false, [&] {
         bool errorFlag = false;
         {
             ApplicationChecker checker(edition);
@@ -57,10 +57,7 @@ bool mblnVaridateAPData(FormEdition edition, std::int32_t apDataCode, bool quiet
         }
         gSetHourglass(Variant(true));
         return !errorFlag;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mblnVaridateAPData"), 0);
-        return false;
-    }
+    });
 }
 
 }  // namespace kelvary

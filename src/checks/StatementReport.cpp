@@ -58,7 +58,7 @@ void showReport(const QString& text) {
 }  // namespace
 
 void mCapitalDataConvert(std::int32_t fsDataCode) {
-    try {
+    trapped(QStringLiteral("mCapitalDataConvert"), 0, [&] {
         const QString key = QString::number(fsDataCode);
         Recordset columns = gobjMakeRecordset(QStringLiteral(" Select * From tmpFSCapitalCol") + QStringLiteral(" Where (FSDataCode = ") +
                                               key + QStringLiteral(") AND (ItemCode<>-1)") + QStringLiteral(" Order By ColNo"));
@@ -84,18 +84,12 @@ void mCapitalDataConvert(std::int32_t fsDataCode) {
                 gblnExecuteSql(sql.GetInsertSql());
             }
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mCapitalDataConvert"), 0);
-    }
+    });
 }
 
 void mCaplitalDataDelete(std::int32_t fsDataCode) {
-    try {
-        gblnExecuteSql(QStringLiteral(" delete From tmpFSItemData") + QStringLiteral(" Where (FSDataCode = ") +
-                       QString::number(fsDataCode) + QStringLiteral(")") + QStringLiteral(" And (ItemCode>=600) And (ItemCode<800)"));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mCaplitalDataDelete"), 0);
-    }
+    gblnExecuteSql(QStringLiteral(" delete From tmpFSItemData") + QStringLiteral(" Where (FSDataCode = ") +
+                   QString::number(fsDataCode) + QStringLiteral(")") + QStringLiteral(" And (ItemCode>=600) And (ItemCode<800)"));
 }
 
 QString statementReportText(std::int32_t fsDataCode, const QString& message) {
@@ -111,7 +105,7 @@ QString statementReportText(std::int32_t fsDataCode, const QString& message) {
 }
 
 bool mblnVaridateFSData(std::int32_t /*mainDataCode*/, std::int32_t fsDataCode, bool quiet, QString& report) {
-    try {
+    return trapped(QStringLiteral("mblnVaridateFSData"), 0, false, [&] {
         const QString where = QStringLiteral("FSDataCode=") + QString::number(fsDataCode);
         const std::int32_t distinction =
             gvarGetData(QStringLiteral("Distinction"), QStringLiteral("tmpFSInfoData"), where, Variant()).toLong();
@@ -135,10 +129,7 @@ bool mblnVaridateFSData(std::int32_t /*mainDataCode*/, std::int32_t fsDataCode, 
             gMsgbox(0, QStringLiteral("選択された財務諸表には不正な項目はありません"), title);
         }
         return !errorFlag;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mblnVaridateFSData"), 0);
-        return false;
-    }
+    });
 }
 
 }  // namespace kelvary

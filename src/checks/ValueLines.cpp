@@ -14,7 +14,7 @@ const QString kAmountFormat = QStringLiteral(" ###,###,###,##0");
 }  // namespace
 
 QString mstrFixedString(const QString& text, int width, const QString& pad) {
-    try {
+    return trapped(QStringLiteral("mstrFixedString"), 1, QString(), [&] {
         const QChar fill = pad.isEmpty() || pad.at(0) == QLatin1Char(' ') ? QChar(u' ') : pad.at(0);
         QString result;
         long bytes = 0;
@@ -29,31 +29,20 @@ QString mstrFixedString(const QString& text, int width, const QString& pad) {
             ++bytes;
         }
         return result;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mstrFixedString"), 1);
-        return QString();
-    }
+    });
 }
 
 QString mstrSpcFormat(const Variant& amount, const QString& format, const QString& pad) {
-    try {
+    return trapped(QStringLiteral("mstrSpcFormat"), 1, QString(), [&] {
         const QString text = vbFormat(amount, format);
         const QChar fill = pad.isEmpty() ? QChar(u' ') : pad.at(0);
         return text.rightJustified(format.size(), fill);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mstrSpcFormat"), 1);
-        return QString();
-    }
+    });
 }
 
 QString mstrLoopBack(const QString& text, int width) {
-    try {
-        if (text.size() >= width) return text.left(width) + kCrLf + text.mid(width);
-        return text;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mstrLoopBack"), 1);
-        return QString();
-    }
+    if (text.size() >= width) return text.left(width) + kCrLf + text.mid(width);
+    return text;
 }
 
 QString valueLine(const QString& label, const Variant& amount) {

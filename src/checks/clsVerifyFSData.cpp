@@ -54,20 +54,11 @@ QString pathLevel(const Variant& level) {
 }  // namespace
 
 clsVerifyFSData::clsVerifyFSData() {
-    try {
-        mItemTotals.resize(static_cast<std::size_t>(std::max<std::int32_t>(mGetItemMax(), 0)) + 1);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("Class_Initialize"), 0);
-    }
+    mItemTotals.resize(static_cast<std::size_t>(std::max<std::int32_t>(mGetItemMax(), 0)) + 1);
 }
 
 std::int32_t clsVerifyFSData::mGetItemMax() {
-    try {
-        return glngGetMaxValue(QStringLiteral("ItemCode"), QStringLiteral("M_FSItem"), QString());
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mGetItemMax"), 0);
-        return 0;
-    }
+    return glngGetMaxValue(QStringLiteral("ItemCode"), QStringLiteral("M_FSItem"), QString());
 }
 
 void clsVerifyFSData::setFSDataCode(std::int32_t code) {
@@ -103,57 +94,56 @@ const clsVerifyFSData::ItemTotal& clsVerifyFSData::total(std::int32_t code) cons
     return mItemTotals[static_cast<std::size_t>(code)];
 }
 
+// Every check below traps its own errors.
 void clsVerifyFSData::CheckItemSum() {
-    try {
-        mMdbToDimension();
-        mCheckItemHeader();
-        if (!mblnExists) return;
-        mCheckInvalidItem();
-        mCheckMinusItem();
-        mCheckPlusItem();
-        mCheckItemMatch();
-        int first = 0;
-        int last = -1;
-        QString file;
-        if (mlngDistinction == 1) {
-            first = 400;
-            last = 540;
-            file = QStringLiteral("DbtData0607H.txt");
-        } else if (mlngDistinction == 2) {
-            first = 660;
-            last = 681;
-            file = QStringLiteral("DbtData0607K.txt");
-        }
-        if (file.isEmpty()) return;
-        // A rule file that cannot be read, or that was cut short, is reported
-        // once for the statement instead of once for every check it lacks.
-        const QString path = gstrProgramInfo(0) + file;
-        std::optional<int> cutOff;
-        try {
-            cutOff = firstRuleCutOff(path, first, last);
-            if (cutOff)
-                throw VbError(vberr::InputPastEnd, QStringLiteral("ファイル「") + path +
-                                                       QStringLiteral("」は途中で切れています。項番 ") +
-                                                       QString::number(*cutOff) + QStringLiteral(" から ") +
-                                                       QString::number(last) + QStringLiteral(" の検査ができません。"));
-        } catch (...) {
-            ShowErrMsg(QStringLiteral("gblnCheckItemSum") + kCrLf + QStringLiteral("Code=A") +
-                           QString::number(cutOff.value_or(first)),
-                       1);
-            mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
-            if (!cutOff) return;
-        }
-        const int lastHeld = cutOff ? *cutOff - 1 : last;
-        for (int k = first; k <= lastHeld; ++k) gblnCheckItemSum(k, file);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("CheckItemSum"), 0);
+    mMdbToDimension();
+    mCheckItemHeader();
+    if (!mblnExists) return;
+    mCheckInvalidItem();
+    mCheckMinusItem();
+    mCheckPlusItem();
+    mCheckItemMatch();
+    int first = 0;
+    int last = -1;
+    QString file;
+    if (mlngDistinction == 1) {
+        first = 400;
+        last = 540;
+        file = QStringLiteral("DbtData0607H.txt");
+    } else if (mlngDistinction == 2) {
+        first = 660;
+        last = 681;
+        file = QStringLiteral("DbtData0607K.txt");
     }
+    if (file.isEmpty()) return;
+    // A rule file that cannot be read, or that was cut short, is reported
+    // once for the statement instead of once for every check it lacks.
+    const QString path = gstrProgramInfo(0) + file;
+    int cutOff = 0;  // the first check the file lacks; 0 when it lacks none
+    const auto place = [&] {
+        return QStringLiteral("gblnCheckItemSum") + kCrLf + QStringLiteral("Code=A") +
+               QString::number(cutOff != 0 ? cutOff : first);
+    };
+    const TrapEnd read = trapped(place, 1, [&] {
+        cutOff = firstRuleCutOff(path, first, last).value_or(0);
+        if (cutOff != 0)
+            throw VbError(vberr::InputPastEnd, QStringLiteral("ファイル「") + path +
+                                                   QStringLiteral("」は途中で切れています。項番 ") +
+                                                   QString::number(cutOff) + QStringLiteral(" から ") +
+                                                   QString::number(last) + QStringLiteral(" の検査ができません。"));
+    });
+    if (!read) {
+        mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
+        if (cutOff == 0) return;
+    }
+    const int lastHeld = cutOff != 0 ? cutOff - 1 : last;
+    for (int k = first; k <= lastHeld; ++k) gblnCheckItemSum(k, file);
 }
 
 // Several rows may carry one code (the equity cells, split lines); their
 // truncated amounts add up, and the row count is the tolerance of a sum.
 void clsVerifyFSData::mMdbToDimension() {
-    try {
+    trapped(QStringLiteral("mMdbToDimension"), 0, [&] {
         Recordset rs = gobjMakeRecordset(QStringLiteral(" Select * From tmpFSItemData ") + QStringLiteral(" Where ") +
                                          mstrCondition() + QStringLiteral(" Order By SortNumber"));
         for (; !rs.eof(); rs.moveNext()) {
@@ -168,14 +158,12 @@ void clsVerifyFSData::mMdbToDimension() {
             entry.present = true;
             ++entry.rows;
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mMdbToDimension"), 0);
-    }
+    });
 }
 
 void clsVerifyFSData::mCheckItemHeader() {
     bool failed = false;
-    try {
+    const TrapEnd checked = trapped(QStringLiteral("mCheckItemHeader"), 0, [&] {
         const Recordset rs = gobjMakeRecordset(QStringLiteral(" Select * From tmpFSInfoData ") + QStringLiteral(" Where ") +
                                                mstrCondition());
         if (rs.eof()) {
@@ -233,10 +221,8 @@ void clsVerifyFSData::mCheckItemHeader() {
             fail(QStringLiteral("■基本情報の「兼業事業売上原価報告書を印刷する」がチェックされていません") + kParagraphEnd +
                  QStringLiteral("　（※「兼業事業売上高」「兼業事業売上原価」が計上されている為、添付する必要があります）"));
         mblnErrorFlag = mblnErrorFlag || failed;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mCheckItemHeader"), 0);
-        mAppendProgramError(QStringLiteral("mCheckItemHeader"));
-    }
+    });
+    if (!checked) mAppendProgramError(QStringLiteral("mCheckItemHeader"));
 }
 
 void clsVerifyFSData::mCheckMinusItem() { mCheckSign(false); }
@@ -246,7 +232,7 @@ void clsVerifyFSData::mCheckPlusItem() { mCheckSign(true); }
 // not positive. Codes of 10000 and above are not items of the statements.
 void clsVerifyFSData::mCheckSign(bool plusCheck) {
     const QString place = plusCheck ? QStringLiteral("mCheckPlusItem") : QStringLiteral("mCheckMinusItem");
-    try {
+    const TrapEnd checked = trapped(place, 1, [&] {
         const QString sql =
             QStringLiteral(" Select tmpFSItemData.FSDataCode as FSDataCode, ") +
             QStringLiteral(" tmpFSItemData.ItemValue as ItemValue,") + QStringLiteral(" tmpFSItemData.ItemCode as ItemCode, ") +
@@ -275,14 +261,12 @@ void clsVerifyFSData::mCheckSign(bool plusCheck) {
                                   : QStringLiteral("■本来プラスの金額であるべき科目に、０又はマイナスの金額が入力されています。");
         mstrMessage += titleLine(title) + kCrLf + list + kParagraphEnd;
         mblnErrorFlag = true;
-    } catch (...) {
-        ShowErrMsg(place, 1);
-        mAppendProgramError(place);
-    }
+    });
+    if (!checked) mAppendProgramError(place);
 }
 
 void clsVerifyFSData::mCheckItemMatch() {
-    try {
+    const TrapEnd checked = trapped(QStringLiteral("mCheckItemMatch"), 0, [&] {
         if (mlngDistinction != 1 && mlngDistinction != 2) return;
         const QString flagColumn = mlngDistinction == 1 ? QStringLiteral("TypeFlag_H") : QStringLiteral("TypeFlag_K");
         Recordset rs = gobjMakeRecordset(QStringLiteral(" Select * From tblFSCheckMaster ") + QStringLiteral(" Where (") +
@@ -324,27 +308,22 @@ void clsVerifyFSData::mCheckItemMatch() {
             failed = true;
         }
         mblnErrorFlag = mblnErrorFlag || failed;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mCheckItemMatch"), 0);
-        mAppendProgramError(QStringLiteral("mCheckItemMatch"));
-    }
+    });
+    if (!checked) mAppendProgramError(QStringLiteral("mCheckItemMatch"));
 }
 
 // Moves the file to the line after the record's header; false (reported)
 // when the file has no such record.
 bool clsVerifyFSData::mFileRestore(SequentialInput& file, const QString& key) {
-    try {
+    return trapped(QStringLiteral("mFileRestore"), 1, false, [&] {
         seekSumRule(file, key);
         return true;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mFileRestore"), 1);
-        return false;
-    }
+    });
 }
 
 bool clsVerifyFSData::gblnCheckItemSum(int checkNumber, const QString& fileName) {
     const QString key = QStringLiteral("A") + QString::number(checkNumber);
-    try {
+    const auto check = [&]() -> bool {
         SequentialInput file(gstrProgramInfo(0) + fileName);
         if (!mFileRestore(file, key)) {
             mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
@@ -374,15 +353,16 @@ bool clsVerifyFSData::gblnCheckItemSum(int checkNumber, const QString& fileName)
                        valueLine(QStringLiteral("　差額："), Variant(Currency{sum - targetAmount})) + kCrLf + kCrLf;
         mblnErrorFlag = true;
         return false;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gblnCheckItemSum") + kCrLf + QStringLiteral("Code=") + key, 1);
-        mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
-        return false;
-    }
+    };
+    // A check that fails to run does not hold.
+    bool holds = false;
+    const auto place = [&] { return QStringLiteral("gblnCheckItemSum") + kCrLf + QStringLiteral("Code=") + key; };
+    if (!trapped(place, 1, [&] { holds = check(); })) mAppendProgramError(QStringLiteral("gblnCheckItemSum"));
+    return holds;
 }
 
 void clsVerifyFSData::mCheckInvalidItem() {
-    try {
+    const TrapEnd checked = trapped(QStringLiteral("mCheckInvalidItem"), 1, [&] {
         Recordset names = gobjMakeRecordset(QStringLiteral(" Select *") + QStringLiteral(" From tblFSInvalidItemList ") +
                                             QStringLiteral(" Where (Distinction=") + QString::number(mlngDistinction) +
                                             QStringLiteral(")") + QStringLiteral(" And (EnforceDate=#") +
@@ -422,10 +402,8 @@ void clsVerifyFSData::mCheckInvalidItem() {
         }
         mblnErrorFlag = true;
         mstrMessage += kCrLf;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mCheckInvalidItem"), 1);
-        mAppendProgramError(QStringLiteral("mCheckInvalidItem"));
-    }
+    });
+    if (!checked) mAppendProgramError(QStringLiteral("mCheckInvalidItem"));
 }
 
 }  // namespace kelvary

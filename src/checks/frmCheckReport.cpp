@@ -5,7 +5,6 @@
 
 #include "platform/TextPrinter.h"
 #include "platform/VbError.h"
-#include "startup/CommandLine.h"
 #include "startup/UserInterface.h"
 #include "startup/mdlFunctionStandard.h"
 
@@ -82,7 +81,7 @@ frmCheckReport::frmCheckReport(QWidget* parent)
 void frmCheckReport::loadText(const QString& text) { txtMessage_->setPlainText(shownText(text)); }
 
 void frmCheckReport::SetText(const QString& text) {
-    try {
+    trapped(QStringLiteral("SetText"), 0, [&] {
         loadText(text);
         if (userInterface().isBatch()) {
             userInterface().showReport(kCaption, text);
@@ -90,9 +89,7 @@ void frmCheckReport::SetText(const QString& text) {
         }
         mSetWindowPosition();
         exec();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("SetText"), 0);
-    }
+    });
 }
 
 void frmCheckReport::Dispose() { close(); }
@@ -137,39 +134,33 @@ void frmCheckReport::mSetWindowPosition() {
 }
 
 void frmCheckReport::cmdPrint_Click() {
-    try {
-        if (!gMsgbox(1, QStringLiteral("印刷を実行しますか？"), QStringLiteral("確認"))) return;
-        mPrintOutError();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("cmdPrint_Click"), 0);
-    }
+    if (!gMsgbox(1, QStringLiteral("印刷を実行しますか？"), QStringLiteral("確認"))) return;
+    mPrintOutError();
 }
 
 void frmCheckReport::cmdClose_Click() { hide(); }
 
-// The default printer, or in batch mode the PDF file named by --print-to.
+// To the run's print target: the default printer, or the PDF file standing
+// in for it. The user asked for paper: a print that does not start is told,
+// as the preview's print button tells it.
 void frmCheckReport::mPrintOutError() {
-    try {
+    trapped(QStringLiteral("mPrintOutError"), 1, [&] {
         const QString text = txtMessage_->toPlainText();
         if (text.trimmed().isEmpty()) {
             gMsgbox(0, QStringLiteral("印刷する内容がありません"), QStringLiteral("情報"));
             return;
         }
         QPrinter printer(QPrinter::HighResolution);
-        const QString printTo = batchOptions().printTo;
-        if (!printTo.isEmpty()) {
+        const PrintTarget target = userInterface().printTarget();
+        if (target.isPdfFile()) {
             printer.setOutputFormat(QPrinter::PdfFormat);
-            printer.setOutputFileName(printTo);
+            printer.setOutputFileName(target.pdfPath());
         } else if (!printer.isValid() || printer.printerName().isEmpty()) {
             throw VbError(vberr::PathNotFound, QStringLiteral("通常使うプリンタが設定されていません。"));
         }
         printer.setDocName(kCaption);
         printTextLines(text, QStringLiteral("ＭＳ ゴシック"), printer);
-    } catch (...) {
-        // The user asked for paper: a print that does not start is told,
-        // as the preview's print button tells it.
-        ShowErrMsg(QStringLiteral("mPrintOutError"), 1);
-    }
+    });
 }
 
 }  // namespace kelvary

@@ -5,7 +5,11 @@
 // itself.
 #pragma once
 
+#include "platform/ErrorTrap.h"
+
 #include <QString>
+
+#include <utility>
 
 namespace kelvary {
 
@@ -24,5 +28,16 @@ void setDbReporting(DbReporting reporting);
 // the log, so that no failure passes unseen.
 bool reportDbError(const QString& place, int mode);
 void reportDbNotice(const QString& text);
+
+// A database routine's error trap: as the program's own, reporting through
+// this seam (see platform/ErrorTrap.h).
+template <class Place, class Body>
+TrapResult<Body> dbTrapped(const Place& place, int mode, TrapResult<Body> empty, Body&& body) {
+    return trapWith(reportDbError, place, mode, std::move(empty), std::forward<Body>(body));
+}
+template <class Place, class Body>
+TrapEnd dbTrapped(const Place& place, int mode, Body&& body) {
+    return trapWith(reportDbError, place, mode, std::forward<Body>(body));
+}
 
 }  // namespace kelvary

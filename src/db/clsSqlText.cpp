@@ -146,7 +146,7 @@ QString listOf(const QStringList& names, const QList<SqlValue>& values, bool ass
 }  // namespace
 
 void clsSqlText::SetData(const QString& field, const Variant& value, int& fieldType, int adoType) {
-    try {
+    dbTrapped(QStringLiteral("SetData"), 0, [&] {
         if (fieldType == kFromAdoType) fieldType = fieldTypeOfAdoType(field, adoType);
         const std::optional<SqlValue> converted = mstrConvertValue(value, fieldType, adoType);
         if (!converted && refused_.isEmpty())
@@ -155,9 +155,7 @@ void clsSqlText::SetData(const QString& field, const Variant& value, int& fieldT
                                              : QStringLiteral("」は日付として読めません。"));
         fieldNames_.append(field);
         values_.append(converted.value_or(SqlValue{Variant::null()}));
-    } catch (...) {
-        reportDbError(QStringLiteral("SetData"), 0);
-    }
+    });
 }
 
 void clsSqlText::SetData(const QString& field, const Variant& value, int&& fieldType, int adoType) {
@@ -168,7 +166,7 @@ std::optional<SqlValue> clsSqlText::mstrConvertValue(const Variant& value, int f
     // What an unknown field type, or a failure here, used to leave in the
     // statement: nothing between the commas, which no database takes.
     const SqlValue nothing{Variant(QString()), true};
-    try {
+    return dbTrapped(QStringLiteral("mstrConvertValue"), 0, nothing, [&]() -> std::optional<SqlValue> {
         switch (fieldType) {
         case kNumber: {
             if (holdsNoValue(value)) return SqlValue{Variant::null()};
@@ -192,10 +190,7 @@ std::optional<SqlValue> clsSqlText::mstrConvertValue(const Variant& value, int f
         }
         default: return nothing;
         }
-    } catch (...) {
-        reportDbError(QStringLiteral("mstrConvertValue"), 0);
-        return nothing;
-    }
+    });
 }
 
 void clsSqlText::mRequireAllValues() const {
@@ -205,61 +200,37 @@ void clsSqlText::mRequireAllValues() const {
 }
 
 QString clsSqlText::GetInsertSql() const {
-    try {
+    return dbTrapped(QStringLiteral("GetInsertSql"), 0, QString(), [&] {
         mRequireAllValues();
         return QStringLiteral("insert into ") + table_ + QLatin1Char('(') + fieldNames_.join(QLatin1Char(',')) +
                QStringLiteral(") values(") + listOf(fieldNames_, values_, false) + QLatin1Char(')');
-    } catch (...) {
-        reportDbError(QStringLiteral("GetInsertSql"), 0);
-        return QString();
-    }
+    });
 }
 
 QString clsSqlText::GetUpdateSql() const {
-    try {
+    return dbTrapped(QStringLiteral("GetUpdateSql"), 0, QString(), [&] {
         mRequireAllValues();
         return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + listOf(fieldNames_, values_, true) +
                QStringLiteral(" where ") + where_;
-    } catch (...) {
-        reportDbError(QStringLiteral("GetUpdateSql"), 0);
-        return QString();
-    }
+    });
 }
 
-void clsSqlText::SetTable(const QString& table) {
-    try {
-        table_ = table;
-    } catch (...) {
-        reportDbError(QStringLiteral("SetTable"), 0);
-    }
-}
+void clsSqlText::SetTable(const QString& table) { table_ = table; }
 
-void clsSqlText::SetWhere(const QString& where) {
-    try {
-        where_ = where;
-    } catch (...) {
-        reportDbError(QStringLiteral("SetWhere"), 0);
-    }
-}
+void clsSqlText::SetWhere(const QString& where) { where_ = where; }
 
 std::optional<QList<SqlValue>> clsSqlText::GetValues() const {
-    try {
+    return dbTrapped(QStringLiteral("GetValues"), 0, std::nullopt, [&]() -> std::optional<QList<SqlValue>> {
         mRequireAllValues();
         return values_;
-    } catch (...) {
-        reportDbError(QStringLiteral("GetValues"), 0);
-        return std::nullopt;
-    }
+    });
 }
 
 QString clsSqlText::GetNoWhereUpdateSql() const {
-    try {
+    return dbTrapped(QStringLiteral("GetNoWhereUpdateSql"), 1, QString(), [&] {
         mRequireAllValues();
         return QStringLiteral("update ") + table_ + QStringLiteral(" set ") + listOf(fieldNames_, values_, true);
-    } catch (...) {
-        reportDbError(QStringLiteral("GetNoWhereUpdateSql"), 1);
-        return QString();
-    }
+    });
 }
 
 }  // namespace kelvary

@@ -81,36 +81,27 @@ void restoreLinks(SqliteConnection& connection) {
 }  // namespace
 
 std::shared_ptr<SqliteConnection> gobjOpenConnection() {
-    try {
+    return dbTrapped(QStringLiteral("gobjOpenConnection"), 0, nullptr, [&] {
         auto connection = std::make_shared<SqliteConnection>(dataSourceOf(gstrConnectionString));
         restoreLinks(*connection);
         return connection;
-    } catch (...) {
-        reportDbError(QStringLiteral("gobjOpenConnection"), 0);
-        return nullptr;
-    }
+    });
 }
 
 Recordset gobjMakeRecordset(const QString& sql) {
-    try {
+    return dbTrapped([&] { return statementPlace("gobjMakeRecordset", sql); }, 1, Recordset(), [&] {
         return requireConnection().query(translateJetSql(sql));
-    } catch (...) {
-        reportDbError(statementPlace("gobjMakeRecordset", sql), 1);
-        return Recordset();
-    }
+    });
 }
 
 bool gblnExecuteSql(const QString& sql) {
     // An empty text is a statement clsSqlText refused to build; that refusal
     // has been reported with the value that caused it.
     if (sql.isEmpty()) return false;
-    try {
+    return dbTrapped([&] { return statementPlace("gblnExecuteSql", sql); }, 1, false, [&] {
         requireConnection().execute(translateJetSql(sql));
         return true;
-    } catch (...) {
-        reportDbError(statementPlace("gblnExecuteSql", sql), 1);
-        return false;
-    }
+    });
 }
 
 clsInsertRows::~clsInsertRows() { Commit(); }
@@ -118,7 +109,9 @@ clsInsertRows::~clsInsertRows() { Commit(); }
 bool clsInsertRows::Insert(const clsSqlText& row) {
     const std::optional<QList<SqlValue>> values = row.GetValues();
     if (!values) return false;  // reported with the value that caused it
-    try {
+    // The row as a statement, so that the user sees which one it was.
+    const auto place = [&] { return statementPlace("clsInsertRows.Insert", row.GetInsertSql()); };
+    return dbTrapped(place, 1, false, [&] {
         if (!connection_) {
             connection_ = gobjConnection;  // kept until the transaction is closed
             if (!connection_) throw VbError::standard(vberr::ObjectNotSet);
@@ -135,11 +128,7 @@ bool clsInsertRows::Insert(const clsSqlText& row) {
         }
         statement_->run(*values);
         return true;
-    } catch (...) {
-        // The row as a statement, so that the user sees which one it was.
-        reportDbError(statementPlace("clsInsertRows.Insert", row.GetInsertSql()), 1);
-        return false;
-    }
+    });
 }
 
 void clsInsertRows::Commit() {
@@ -147,28 +136,23 @@ void clsInsertRows::Commit() {
     const std::shared_ptr<SqliteConnection> connection = std::move(connection_);
     connection_.reset();
     if (!connection || !std::exchange(began_, false)) return;
-    try {
+    dbTrapped(QStringLiteral("clsInsertRows.Commit"), 1, [&] {
         connection->commit();
-    } catch (...) {
-        reportDbError(QStringLiteral("clsInsertRows.Commit"), 1);
-    }
+    });
 }
 
 Variant gvarGetData(const QString& field, const QString& table, const QString& where,
                     const Variant& defaultValue) {
-    try {
+    return dbTrapped(QStringLiteral("gvarGetData"), 1, Variant(), [&] {
         const QString sql = withWhere(QStringLiteral("Select ") + field + QStringLiteral(" From ") + table, where);
         const Recordset rows = requireConnection().query(translateJetSql(sql));
         if (rows.eof()) return defaultValue;
         return rows.value(0);
-    } catch (...) {
-        reportDbError(QStringLiteral("gvarGetData"), 1);
-        return Variant();
-    }
+    });
 }
 
 std::int32_t glngGetMaxValue(const QString& field, const QString& table, const QString& where) {
-    try {
+    return dbTrapped(QStringLiteral("glngGetMaxValue"), 1, 0, [&] {
         const QString column = field + QStringLiteral("_MaxValue");
         const QString sql = withWhere(QStringLiteral("Select Max(") + field + QStringLiteral(") as ") +
                                           column + QStringLiteral(" From ") + table,
@@ -176,14 +160,11 @@ std::int32_t glngGetMaxValue(const QString& field, const QString& table, const Q
         const Recordset rows = requireConnection().query(translateJetSql(sql));
         const Variant& maximum = rows.value(column);
         return maximum.isNull() ? 0 : maximum.toLong();
-    } catch (...) {
-        reportDbError(QStringLiteral("glngGetMaxValue"), 1);
-        return 0;
-    }
+    });
 }
 
 bool gRefreshLinkTable(const QString& tableName, const QString& databasePath) {
-    try {
+    dbTrapped(QStringLiteral("gRefreshLinkTable"), 1, [&] {
         SqliteConnection& connection = requireConnection();
         const Recordset entry = connection.query(
             QStringLiteral("SELECT TableName FROM %1 WHERE TableName = ?1 COLLATE NOCASE").arg(kRegistry),
@@ -206,18 +187,11 @@ bool gRefreshLinkTable(const QString& tableName, const QString& databasePath) {
         connection.execute(
             QStringLiteral("UPDATE %1 SET DataSource = ?1 WHERE TableName = ?2 COLLATE NOCASE").arg(kRegistry),
             {Variant(databasePath), Variant(tableName)});
-    } catch (...) {
-        reportDbError(QStringLiteral("gRefreshLinkTable"), 1);
-    }
+    });
     return false;
 }
 
-void gInitTable(const QString& tableName) {
-    try {
-        gblnExecuteSql(QStringLiteral("Delete From ") + tableName);
-    } catch (...) {
-        reportDbError(QStringLiteral("gInitTable"), 1);
-    }
-}
+// gblnExecuteSql reports its own failure.
+void gInitTable(const QString& tableName) { gblnExecuteSql(QStringLiteral("Delete From ") + tableName); }
 
 }  // namespace kelvary

@@ -43,13 +43,11 @@ void SectionKeyCheck::check(const Variant& key, int line) {
     reported_ = true;
     const QString what = text.isEmpty() ? QStringLiteral("空の行または項目名のない記録があります")
                                         : QStringLiteral("知らない項目「") + key.text() + QStringLiteral("」があります");
-    try {
+    trapped(place_, 0, [&] {
         throw VbError(vberr::InvalidProcedureCall,
                       QStringLiteral("申請書データの ") + section_ + QStringLiteral(" の ") + QString::number(line) +
                           QStringLiteral(" 行目に") + what + QStringLiteral("。これ以降の項目が正しく読み込まれていない可能性があります。"));
-    } catch (...) {
-        ShowErrMsg(place_, 0);
-    }
+    });
 }
 
 QString resolvedPath(const QString& value, const QString& baseFolder) {

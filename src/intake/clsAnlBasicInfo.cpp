@@ -31,15 +31,6 @@ constexpr const char* kLinkedTables[] = {
     "M_FSCapitalRow", "M_FSCapitalCol", "T_MainData", "M_FSDoc", "M_FSItemDetail", "T_FSItemDetail",
 };
 
-template <typename Body>
-void underTrap(const char* place, int mode, Body&& body) {
-    try {
-        body();
-    } catch (...) {
-        ShowErrMsg(QString::fromLatin1(place), mode);
-    }
-}
-
 QString withClosingSeparator(QString folder) {
     if (!folder.isEmpty() && !folder.endsWith(QLatin1Char('/'))) folder += QLatin1Char('/');
     return folder;
@@ -70,7 +61,8 @@ void linkOrEmpty(const QString& table, const QString& database) {
 }  // namespace
 
 void clsAnlBasicInfo::LoadData(const QString& file) {
-    underTrap("LoadData", 0, [&] {
+    const QString place = QStringLiteral("LoadData");
+    trapped(place, 0, [&] {
         SequentialInput input(file);
         const QString baseFolder = QFileInfo(file).absolutePath();
         mstrSearchHeader(QStringLiteral("[BasicInfo]"), input);
@@ -102,85 +94,70 @@ void clsAnlBasicInfo::LoadData(const QString& file) {
     });
 
     QString database = gstrProgramInfo(0) + QStringLiteral("Ledra_dummy.mdb");
-    underTrap("LoadData", 0, [&] {
+    trapped(place, 0, [&] {
         if (mstrLedraDataPath.isEmpty()) return;
         const QString sibling = mstrLedraDataPath + QStringLiteral("Ledra.mdb");
         requireSiblingDatabase(sibling);
         database = sibling;
     });
-    underTrap("LoadData", 0, [&] { gMsgForm(2, QStringLiteral("新財務諸表データのリンク情報更新中")); });
+    gMsgForm(2, QStringLiteral("新財務諸表データのリンク情報更新中"));
     for (const char* table : kLinkedTables)
-        underTrap("LoadData", 0, [&] { linkOrEmpty(QString::fromLatin1(table), database); });
-    underTrap("LoadData", 0, [] { QCoreApplication::processEvents(); });
-    underTrap("LoadData", 0, [&] {
-        if (!mstrLedraDataPath.isEmpty()) mMakeIndexNew();
-    });
-    underTrap("LoadData", 0, [&] { mSaveWork(); });
+        trapped(place, 0, [&] { linkOrEmpty(QString::fromLatin1(table), database); });
+    QCoreApplication::processEvents();
+    if (!mstrLedraDataPath.isEmpty()) mMakeIndexNew();
+    mSaveWork();
 }
 
 QString clsAnlBasicInfo::mstrSearchHeader(const QString& header, SequentialInput& file) {
-    try {
-        return intake::searchHeader(file, header);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mstrSearchHeader"), 1);
-        return {};
-    }
+    return trapped(QStringLiteral("mstrSearchHeader"), 1, {}, [&] { return intake::searchHeader(file, header); });
 }
 
-// Each statement runs under the routine's trap and a failing one is skipped,
-// so a period with one unreadable column is still indexed with the others.
+// Each statement that can fail runs under the routine's trap and a failing
+// one is skipped, so a period with one unreadable column is still indexed
+// with the others. The database routines trap their own errors.
 void clsAnlBasicInfo::mMakeIndexNew() {
-    const auto statement = [](auto&& body) { underTrap("mMakeIndexNew", 0, body); };
-
-    statement([] { gMsgForm(2, QStringLiteral("新財務諸表データのインデックス作成中")); });
+    const QString place = QStringLiteral("mMakeIndexNew");
+    gMsgForm(2, QStringLiteral("新財務諸表データのインデックス作成中"));
 
     std::int32_t siblingKey = 0;
-    statement([&] {
+    trapped(place, 0, [&] {
         siblingKey = gvarGetData(QStringLiteral("MainDataCode"), QStringLiteral("T_MainData"),
                                  QStringLiteral("OtherSoftCode=") + QString::number(mlngMainDataCode),
                                  Variant::fromLong(0))
                          .toLong();
     });
 
-    Recordset periods;
-    statement([&] {
-        periods = gobjMakeRecordset(QStringLiteral(" Select * From T_FS ") + QStringLiteral(" Where MainDataCode=") +
-                                    QString::number(siblingKey) + QStringLiteral(" Order By FYearNumber,FSDataCode"));
-    });
+    Recordset periods =
+        gobjMakeRecordset(QStringLiteral(" Select * From T_FS ") + QStringLiteral(" Where MainDataCode=") +
+                          QString::number(siblingKey) + QStringLiteral(" Order By FYearNumber,FSDataCode"));
     if (periods.isNothing()) return;
 
     for (; !periods.eof(); periods.moveNext()) {
         clsSqlText sql;
-        statement([&] { sql.SetData(QStringLiteral("ApplyerName"), periods[QStringLiteral("ApplyerName")], 1); });
-        statement([&] { sql.SetData(QStringLiteral("FYearNumber"), periods[QStringLiteral("FYearNumber")], 0); });
-        statement([&] { sql.SetData(QStringLiteral("FYearFrom"), periods[QStringLiteral("FYearFrom")], 2); });
-        statement([&] { sql.SetData(QStringLiteral("FYearTo"), periods[QStringLiteral("FYearTo")], 2); });
-        statement([&] { sql.SetData(QStringLiteral("LinkCode"), periods[QStringLiteral("FSDataCode")], 0); });
-        statement([&] { sql.SetData(QStringLiteral("MainDataCode"), Variant::fromLong(siblingKey), 0); });
-        statement([&] { sql.SetData(QStringLiteral("DataType"), Variant::fromLong(0), 0); });
-        statement([&] { sql.SetTable(QStringLiteral("tblIndex")); });
-        statement([&] {
-            const std::int32_t indexId =
-                glngGetMaxValue(QStringLiteral("IndexID"), QStringLiteral("tblIndex"), QString()) + 1;
-            sql.SetData(QStringLiteral("IndexID"), Variant::fromLong(indexId), 0);
-        });
-        statement([&] { gblnExecuteSql(sql.GetInsertSql()); });
+        trapped(place, 0, [&] { sql.SetData(QStringLiteral("ApplyerName"), periods[QStringLiteral("ApplyerName")], 1); });
+        trapped(place, 0, [&] { sql.SetData(QStringLiteral("FYearNumber"), periods[QStringLiteral("FYearNumber")], 0); });
+        trapped(place, 0, [&] { sql.SetData(QStringLiteral("FYearFrom"), periods[QStringLiteral("FYearFrom")], 2); });
+        trapped(place, 0, [&] { sql.SetData(QStringLiteral("FYearTo"), periods[QStringLiteral("FYearTo")], 2); });
+        trapped(place, 0, [&] { sql.SetData(QStringLiteral("LinkCode"), periods[QStringLiteral("FSDataCode")], 0); });
+        sql.SetData(QStringLiteral("MainDataCode"), Variant::fromLong(siblingKey), 0);
+        sql.SetData(QStringLiteral("DataType"), Variant::fromLong(0), 0);
+        sql.SetTable(QStringLiteral("tblIndex"));
+        const std::int32_t indexId = glngGetMaxValue(QStringLiteral("IndexID"), QStringLiteral("tblIndex"), QString()) + 1;
+        sql.SetData(QStringLiteral("IndexID"), Variant::fromLong(indexId), 0);
+        gblnExecuteSql(sql.GetInsertSql());
     }
 }
 
+// The statement builder and the database routines trap their own errors.
 void clsAnlBasicInfo::mSaveWork() {
-    try {
-        clsSqlText sql;
-        sql.SetData(QStringLiteral("OldZaimuDataPath"), Variant(mstrZaimuDataPath), 1);
-        sql.SetData(QStringLiteral("MainDataCode"), Variant::fromLong(mlngMainDataCode), 1);
-        sql.SetData(QStringLiteral("ExcelDataFolder"), Variant(mstrExcelDataFolder), 1);
-        sql.SetData(QStringLiteral("NewZaimuDataPath"), Variant(mstrLedraDataPath), 1);
-        sql.SetData(QStringLiteral("NewZaimuProgram"), Variant(mstrLedraProgram), 1);
-        sql.SetTable(QStringLiteral("tblWork"));
-        gblnExecuteSql(sql.GetNoWhereUpdateSql());
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mSaveWork"), 1);
-    }
+    clsSqlText sql;
+    sql.SetData(QStringLiteral("OldZaimuDataPath"), Variant(mstrZaimuDataPath), 1);
+    sql.SetData(QStringLiteral("MainDataCode"), Variant::fromLong(mlngMainDataCode), 1);
+    sql.SetData(QStringLiteral("ExcelDataFolder"), Variant(mstrExcelDataFolder), 1);
+    sql.SetData(QStringLiteral("NewZaimuDataPath"), Variant(mstrLedraDataPath), 1);
+    sql.SetData(QStringLiteral("NewZaimuProgram"), Variant(mstrLedraProgram), 1);
+    sql.SetTable(QStringLiteral("tblWork"));
+    gblnExecuteSql(sql.GetNoWhereUpdateSql());
 }
 
 }  // namespace kelvary

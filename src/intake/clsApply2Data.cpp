@@ -86,11 +86,8 @@ QList<DocDataRecord> knownColumnsOnce(const QList<DocDataRecord>& records) {
             kept << record;
             continue;
         }
-        try {
-            throw VbError(vberr::ItemNotFound, docDataPlace(record.column) + problem);
-        } catch (...) {
-            ShowErrMsg(QStringLiteral("mLoadAPData"), 0);
-        }
+        trapped(QStringLiteral("mLoadAPData"), 0,
+                [&] { throw VbError(vberr::ItemNotFound, docDataPlace(record.column) + problem); });
     }
     return kept;
 }
@@ -122,7 +119,7 @@ std::int32_t clsApply2Data::LoadData(const QString& file) {
 
 void clsApply2Data::mLoadBasicInfo() {
     if (mstrAnlFile.isEmpty()) return;
-    try {
+    trapped(QStringLiteral("mLoadBasicInfo"), 1, [&] {
         SequentialInput file(mstrAnlFile);
         mstrSearchHeader(QStringLiteral("[BasicInfo]"), file);
         while (!file.eof()) {
@@ -134,13 +131,11 @@ void clsApply2Data::mLoadBasicInfo() {
             else if (key == QLatin1String("ZaimuDataPath"))
                 mstrOldZaimuDataPath = record[1].text();
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mLoadBasicInfo"), 1);
-    }
+    });
 }
 
 void clsApply2Data::mLoadAPData() {
-    try {
+    trapped(QStringLiteral("mLoadAPData"), 1, [&] {
         QList<DocDataRecord> records;
         {
             SequentialInput file(mstrAnlFile);
@@ -165,14 +160,12 @@ void clsApply2Data::mLoadAPData() {
         sql.SetData(QStringLiteral("MainDataCode"), Variant::fromLong(mlngMainDataCode), enmNumber);
         sql.SetData(QStringLiteral("APDataCode"), Variant::fromLong(apDataCode), enmNumber);
         gblnExecuteSql(sql.GetInsertSql());
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mLoadAPData"), 1);
-    }
+    });
 }
 
 void clsApply2Data::mLoadUserInfo() {
     if (mstrAnlFile.isEmpty()) return;
-    try {
+    trapped(QStringLiteral("mLoadUserInfo"), 1, [&] {
         // The section's keys go into UserData.ini in one save, not one each.
         ProfileWriteBatch settings(userDataIniPath());
         SequentialInput file(mstrAnlFile);
@@ -195,31 +188,23 @@ void clsApply2Data::mLoadUserInfo() {
                 glngSinseiType = value.toLong();
         }
         settings.commit();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mLoadUserInfo"), 1);
-    }
+    });
 }
 
 QString clsApply2Data::mstrSearchHeader(const QString& header, SequentialInput& file) {
-    try {
+    return trapped(QStringLiteral("mstrSearchHeader"), 1, {}, [&] {
         return intake::searchHeader(file, header);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mstrSearchHeader"), 1);
-        return {};
-    }
+    });
 }
 
 clsApply2Data::enmDataType clsApply2Data::menmConvertDataType(const Variant& typeCode) {
-    try {
+    return trapped(QStringLiteral("menmConvertDataType"), 1, enmNumber, [&] {
         if (!typeCode.isNumeric() || typeCode.isEmpty()) return enmNumber;
         const double code = typeCode.toDouble();
         if (code == 2) return enmText;
         if (code == 3) return enmDate;
         return enmNumber;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("menmConvertDataType"), 1);
-        return enmNumber;
-    }
+    });
 }
 
 }  // namespace kelvary

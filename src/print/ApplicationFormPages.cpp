@@ -36,7 +36,7 @@ bool settingIsOne(const QString& text) {
 // Struck label of the licensing authority: the minister's licence strikes the
 // governor label, a governor's licence the minister label.
 void mSetPrefChief(frmPrintManager& manager, const Variant& prefCode, const QString& name1, const QString& name2) {
-    try {
+    trapped(QStringLiteral("mSetPrefChief"), 0, [&] {
         if (prefCode.isNull()) return;
         // A code written as text is still only a number in the statement.
         const QString code = QString::number(prefCode.toLong());
@@ -50,9 +50,7 @@ void mSetPrefChief(frmPrintManager& manager, const Variant& prefCode, const QStr
             manager.SetStrikeLine(name1, true, 1);
             manager.OutPutData(name2, prefName + QStringLiteral("知事"));
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mSetPrefChief"), 0);
-    }
+    });
 }
 
 // General (般) or special (特) licence: the class that does not apply is struck.
@@ -223,23 +221,19 @@ void mWriteApplicationForm(frmPrintManager& manager, std::int32_t apDataCode, bo
 }
 
 void mPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool proxy, bool problemMark, FormEdition edition) {
-    try {
+    trapped(QStringLiteral("mPrintAP"), 1, [&] {
         mWriteApplicationForm(manager, apDataCode, proxy,
                               edition == FormEdition::Earlier ? ApplicationLayout::Earlier : ApplicationLayout::Print);
         manager.EndPage(problemMark);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintAP"), 1);
-    }
+    });
 }
 
 void mPdfPrintAP(frmPrintManager& manager, std::int32_t apDataCode, bool problemMark) {
-    try {
+    trapped(QStringLiteral("mPdfPrintAP"), 1, [&] {
         mWriteApplicationForm(manager, apDataCode, filedByAgentOnCommandLine(), ApplicationLayout::Pdf);
         manager.EndPage(problemMark);
         manager.gPdfClose();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPdfPrintAP"), 1);
-    }
+    });
 }
 
 }  // namespace kelvary

@@ -49,7 +49,7 @@ QString eraDateOrBlank(const Variant& date) {
 }
 
 void mPrintZaimuHeader(frmPrintManager& manager, std::int32_t code) {
-    try {
+    trapped(QStringLiteral("mPrintZaimuHeader"), 0, [&] {
         const Recordset fs =
             gobjMakeRecordset(QStringLiteral("Select * From T_FS Where FSDataCode=") + QString::number(code));
         QString label;
@@ -67,9 +67,7 @@ void mPrintZaimuHeader(frmPrintManager& manager, std::int32_t code) {
         manager.OutPutData(QStringLiteral("InfoTextA"), QStringLiteral("自　") + from);
         manager.OutPutData(QStringLiteral("InfoTextB"), QStringLiteral("至　") + to);
         manager.OutPutData(QStringLiteral("UnitText"), QStringLiteral("千円"));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintZaimuHeader"), 0);
-    }
+    });
 }
 
 Headings mReadHeadings(std::int32_t code) {
@@ -118,7 +116,7 @@ void writeSheetFrame(frmPrintManager& manager, std::int32_t code, const Headings
 }
 
 void mPrintVariableTempFile(frmPrintManager& manager, std::int32_t code) {
-    try {
+    trapped(QStringLiteral("mPrintVariableTempFile"), 0, [&] {
         const Headings headings = mReadHeadings(code);
         writeSheetFrame(manager, code, headings);
 
@@ -149,23 +147,18 @@ void mPrintVariableTempFile(frmPrintManager& manager, std::int32_t code) {
             for (int rest = r + 1; rest <= kEquityRowsPerSheet; ++rest) manager.SetVisible(groupName(rest), false);
             manager.EndPage();
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintVariableTempFile"), 0);
-    }
+    });
 }
 
 }  // namespace
 
 QString mstrMakeDistinctionLabel(const Variant& distinction) {
-    try {
+    return trapped(QStringLiteral("mstrMakeDistinctionLabel"), 0, QString(), [&] {
         const long kind = distinction.isNull() || distinction.text().isEmpty() ? 0 : distinction.toLong();
         if (kind == 1) return QStringLiteral("（会社名）");
         if (kind == 2) return QStringLiteral("（商号又は名称）");
         return QStringLiteral("（申請者名）");
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mstrMakeDistinctionLabel"), 0);
-        return QString();
-    }
+    });
 }
 
 QString mstrEquityAmountText(const Variant& yen) {
@@ -177,20 +170,14 @@ QString mstrEquityAmountText(const Variant& yen) {
 }
 
 void mPrintVariableSub(frmPrintManager& manager, const QString& fieldName, const Variant& yen, const QString& group) {
-    try {
+    trapped(QStringLiteral("mPrintVariableSub"), 0, [&] {
         manager.OutPutData(fieldName, mstrEquityAmountText(yen), 0, 1, QString(), QString(), group);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintVariableSub"), 0);
-    }
+    });
 }
 
 void mPrintVariableTemp(frmPrintManager& manager, std::int32_t fsDataCode) {
-    try {
-        manager.SetPrintFile(QStringLiteral("FSVariableSub_Side.w30"));
-        mPrintVariableTempFile(manager, fsDataCode);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintVariableTemp"), 0);
-    }
+    manager.SetPrintFile(QStringLiteral("FSVariableSub_Side.w30"));
+    mPrintVariableTempFile(manager, fsDataCode);
 }
 
 }  // namespace kelvary

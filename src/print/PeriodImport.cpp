@@ -54,13 +54,11 @@ void reportColumnsMissingFromSource(const QString& source, const Recordset& rs, 
         const QString key = source + QLatin1Char('.') + column;
         if (reported.contains(key) || rs.hasField(column)) continue;
         reported.insert(key);
-        try {
+        trapped(QStringLiteral("mCopyZaimuData"), 0, [&] {
             throw VbError(vberr::ItemNotFound, QStringLiteral("財務諸表データ (Ledra.mdb) のテーブル ") + source +
                                                    QStringLiteral(" に項目 ") + column +
                                                    QStringLiteral(" がありません。この項目は空のまま出力されます。"));
-        } catch (...) {
-            ShowErrMsg(QStringLiteral("mCopyZaimuData"), 0);
-        }
+        });
     }
 }
 
@@ -90,7 +88,7 @@ Variant carriedValue(const QString& source, const QString& column, const Variant
 }
 
 void mReplaceFixedAssetsSub(std::int32_t indexId, int first, int second) {
-    try {
+    trapped(QStringLiteral("mReplaceFixedAssetsSub"), 0, [&] {
         const QString where = periodWhere(indexId) + QStringLiteral(" And ItemCode=");
         const Currency firstValue =
             gvarCheckData(0, gvarGetData(QStringLiteral("ItemValue"), QStringLiteral("tmpFSItemData"),
@@ -107,48 +105,34 @@ void mReplaceFixedAssetsSub(std::int32_t indexId, int first, int second) {
                        QStringLiteral(" Where ") + where + QString::number(first));
         gblnExecuteSql(QStringLiteral("Update tmpFSItemData Set ItemValue=0 Where ") + where +
                        QString::number(second));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mReplaceFixedAssetsSub"), 0);
-    }
+    });
 }
 
 void mPref01SpecialSub(std::int32_t indexId, int fsItemId) {
-    try {
-        gblnExecuteSql(QStringLiteral("Update tmpFSItemData Set NameChangeFlag=True Where ") + periodWhere(indexId) +
-                       QStringLiteral(" And FSItemID=") + QString::number(fsItemId) +
-                       QStringLiteral(" And ItemValue<>0"));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPref01SpecialSub"), 0);
-    }
+    gblnExecuteSql(QStringLiteral("Update tmpFSItemData Set NameChangeFlag=True Where ") + periodWhere(indexId) +
+                   QStringLiteral(" And FSItemID=") + QString::number(fsItemId) +
+                   QStringLiteral(" And ItemValue<>0"));
 }
 
 void mPref01SpecialSub2(std::int32_t indexId, int oldCode, int newCode) {
-    try {
-        clsSqlText sql;
-        sql.SetData(QStringLiteral("ItemCode"), Variant(newCode), 0);
-        sql.SetData(QStringLiteral("NameChangeFlag"), Variant(true), 0);
-        sql.SetTable(QStringLiteral("tmpFSItemData"));
-        sql.SetWhere(periodWhere(indexId) + QStringLiteral(" And ItemCode=") + QString::number(oldCode) +
-                     QStringLiteral(" And ItemValue<>0"));
-        gblnExecuteSql(sql.GetUpdateSql());
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPref01SpecialSub2"), 0);
-    }
+    clsSqlText sql;
+    sql.SetData(QStringLiteral("ItemCode"), Variant(newCode), 0);
+    sql.SetData(QStringLiteral("NameChangeFlag"), Variant(true), 0);
+    sql.SetTable(QStringLiteral("tmpFSItemData"));
+    sql.SetWhere(periodWhere(indexId) + QStringLiteral(" And ItemCode=") + QString::number(oldCode) +
+                 QStringLiteral(" And ItemValue<>0"));
+    gblnExecuteSql(sql.GetUpdateSql());
 }
 
 void mPref01SpecialSub3(std::int32_t indexId, int code) {
-    try {
-        gblnExecuteSql(QStringLiteral("Delete From tmpFSItemData Where ") + periodWhere(indexId) +
-                       QStringLiteral(" And ItemCode=") + QString::number(code));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPref01SpecialSub3"), 0);
-    }
+    gblnExecuteSql(QStringLiteral("Delete From tmpFSItemData Where ") + periodWhere(indexId) +
+                   QStringLiteral(" And ItemCode=") + QString::number(code));
 }
 
 }  // namespace
 
 void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
-    try {
+    trapped(QStringLiteral("mCopyZaimuData"), 0, [&] {
         const QString program =
             gvarGetData(QStringLiteral("NewZaimuProgram"), QStringLiteral("tblWork"), QString(), Variant(QString())).text();
         const QString version = gstrGetFileVersion(program);
@@ -188,25 +172,22 @@ void mCopyZaimuData(std::int32_t indexId, std::int32_t linkCode) {
             }
             rows.Commit();
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mCopyZaimuData"), 0);
-    }
+    });
 }
 
+// A field that is not there is the answer, not an error.
 bool mblnCheckExistField(const QString& table, const QString& field) {
-    try {
+    return trapped(QStringLiteral("mblnCheckExistField"), 0, false, [&] {
         // Only the field collection is asked for: no row needs to be read.
         const Recordset rs = openOrThrow(QStringLiteral("Select * From ") + table + QStringLiteral(" Where 1=0"));
-        (void)rs.fieldIndex(field);
+        try {
+            (void)rs.fieldIndex(field);
+        } catch (const VbError& e) {
+            if (e.number() == vberr::ItemNotFound) return false;
+            throw;
+        }
         return true;
-    } catch (const VbError& e) {
-        if (e.number() == vberr::ItemNotFound) return false;
-        ShowErrMsg(QStringLiteral("mblnCheckExistField"), 0);
-        return false;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mblnCheckExistField"), 0);
-        return false;
-    }
+    });
 }
 
 void mPutSpecialItemCode(std::int32_t indexId) {
@@ -220,7 +201,7 @@ void mPutSpecialItemCode(std::int32_t indexId) {
         {204, "受取手形裏書譲渡高", "NoteReceiptBillGive"},
         {207, "当期減価償却実施額", "AccumulatedDepreciation"},
     };
-    try {
+    trapped(QStringLiteral("mPutSpecialItemCode"), 0, [&] {
         const std::int32_t maxId = glngGetMaxValue(QStringLiteral("FSItemID"), QStringLiteral("tmpFSItemData"), QString());
         int offset = 0;
         for (const SpecialItem& item : items) {
@@ -235,9 +216,7 @@ void mPutSpecialItemCode(std::int32_t indexId) {
             sql.SetTable(QStringLiteral("tmpFSItemData"));
             gblnExecuteSql(sql.GetInsertSql());
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPutSpecialItemCode"), 0);
-    }
+    });
 }
 
 void mReplaceFixedAssets(std::int32_t indexId) {
@@ -246,7 +225,7 @@ void mReplaceFixedAssets(std::int32_t indexId) {
 }
 
 void mPref01Special(std::int32_t indexId) {
-    try {
+    trapped(QStringLiteral("mPref01Special"), 0, [&] {
         const Variant pref = gvarGetData(QStringLiteral("OtherSoftPrefCode"), QStringLiteral("tmpFSInfoData"),
                                          periodWhere(indexId), Variant(0));
         if (pref.isNull() || !pref.isNumeric() || pref.toDouble() != 1.0) return;
@@ -259,13 +238,11 @@ void mPref01Special(std::int32_t indexId) {
         for (const auto& r : recodes) mPref01SpecialSub2(indexId, r[0], r[1]);
         static const int deleted[] = {16, 17, 19, 20, 22, 23, 30, 35, 45, 27, 28};
         for (int code : deleted) mPref01SpecialSub3(indexId, code);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPref01Special"), 0);
-    }
+    });
 }
 
 void mCheckExcelConvData(std::int32_t indexId, const QString& fiscalYearNumber) {
-    try {
+    trapped(QStringLiteral("mCheckExcelConvData"), 0, [&] {
         const QString version = gvarGetData(QStringLiteral("VersionNumber"), QStringLiteral("tmpFSInfoData"),
                                             periodWhere(indexId), Variant(QString()))
                                     .text();
@@ -278,13 +255,11 @@ void mCheckExcelConvData(std::int32_t indexId, const QString& fiscalYearNumber) 
                     kCrLf + kCrLf +
                     QStringLiteral("「Tessaro」で作成した財務諸表を申請に利用した期のデータについては、エクセル版のデータを直接読込んでQRコードにしてください。"),
                 QStringLiteral("情報"));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mCheckExcelConvData"), 0);
-    }
+    });
 }
 
 bool mClearTempFolder() {
-    try {
+    return trapped(QStringLiteral("mClearTempFolder"), 1, false, [&] {
         const QString folder = app::path() + QStringLiteral("/Temp");
         const QFileInfo info(folder);
         if (!info.isDir())
@@ -305,10 +280,7 @@ bool mClearTempFolder() {
                                                            QStringLiteral("」を削除できません。"));
         }
         return true;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mClearTempFolder"), 1);
-        return false;
-    }
+    });
 }
 
 }  // namespace kelvary

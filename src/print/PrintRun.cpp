@@ -47,12 +47,15 @@ QString problemQuestionText(const QString& verb) {
 }
 
 void PrintRun::PrintDocument() {
-    try {
-        mPrint();
-    } catch (...) {
-        gSetHourglass(Variant(false));
-        ShowErrMsg(QStringLiteral("mPrint"), 0);
-    }
+    trapped(QStringLiteral("mPrint"), 0, [&] {
+        try {
+            mPrint();
+        } catch (...) {
+            // The report is no time to look busy.
+            gSetHourglass(Variant(false));
+            throw;
+        }
+    });
 }
 
 bool PrintRun::mShowMenu(bool& preview, bool& printApplication, bool& printStatements) {

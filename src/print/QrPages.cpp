@@ -34,7 +34,7 @@ void mPutQRSymbol(frmPrintManager& manager, long slot, const qr::QrSymbolRecord&
 
 void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, long pageTotal,
                     FormEdition edition) {
-    try {
+    trapped(QStringLiteral("mPrintFSHeader"), 0, [&] {
         const Recordset index =
             gobjMakeRecordset(QStringLiteral("Select * From tblIndex Where IndexID= ") + QString::number(indexId));
         manager.OutPutData(QStringLiteral("PageInfo"), QStringLiteral("Page ") + QString::number(page) +
@@ -60,14 +60,12 @@ void mPrintFSHeader(frmPrintManager& manager, std::int32_t indexId, long page, l
         // A period without its statement row has no edition to name.
         if (!label.isNull() && !label.text().isEmpty())
             manager.OutPutData(QStringLiteral("EnforceDate"), vbFormat(label, QStringLiteral("ggge年m月様式")));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintFSHeader"), 0);
-    }
+    });
 }
 
 void mPrintFSSub(frmPrintManager& manager, const QrSymbolList& group, long pageTotal, std::int32_t indexId,
                  long& slot, long& page, FormEdition edition) {
-    try {
+    trapped(QStringLiteral("mPrintFSSub"), 0, [&] {
         for (const qr::QrSymbolRecord& symbol : group) {
             ++slot;
             mPutQRSymbol(manager, slot, symbol, slot + (page - 1) * kSymbolsPerPage);
@@ -79,14 +77,12 @@ void mPrintFSSub(frmPrintManager& manager, const QrSymbolList& group, long pageT
                 mPrintFSHeader(manager, indexId, page, pageTotal, edition);
             }
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintFSSub"), 0);
-    }
+    });
 }
 
 void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, const QrSymbolList& symbols,
               bool problemMark, FormEdition edition) {
-    try {
+    trapped(QStringLiteral("mPrintFS"), 0, [&] {
         const QList<QrSymbolList> groups = periodGroups(symbols, periodIndex);
         long symbolTotal = 1;
         for (const QrSymbolList& group : groups) symbolTotal += static_cast<long>(group.size());
@@ -101,9 +97,7 @@ void mPrintFS(frmPrintManager& manager, long periodIndex, std::int32_t indexId, 
         for (const QrSymbolList& group : groups)
             mPrintFSSub(manager, group, pageTotal, indexId, slot, page, edition);
         manager.EndPage(problemMark);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintFS"), 0);
-    }
+    });
 }
 
 }  // namespace kelvary

@@ -91,12 +91,10 @@ void mWriteSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const qr::Q
 
 void mPrintSubDoc(frmPrintManager& manager, std::int32_t apDataCode, const qr::QrSymbolList& symbols,
                   const SupplementChoices& choices, bool problemMark) {
-    try {
+    trapped(QStringLiteral("mPrintSubDoc"), 0, [&] {
         mWriteSubDoc(manager, apDataCode, symbols, choices);
         manager.EndPage(problemMark);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintSubDoc"), 0);
-    }
+    });
 }
 
 }  // namespace kelvary

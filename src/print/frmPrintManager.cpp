@@ -7,7 +7,6 @@
 #include "platform/VbError.h"
 #include "platform/VbFormat.h"
 #include "print/frmPrintPreview.h"
-#include "startup/CommandLine.h"
 #include "startup/UserInterface.h"
 #include "startup/frmMDIForm.h"
 #include "startup/mdlFunctionApplication.h"
@@ -20,22 +19,6 @@
 namespace kelvary {
 namespace {
 
-// Thrown where a page is filled while no layout is open: opening it has
-// failed and was reported once, so this manager's members do not report
-// every field again; a caller that meets it reports it as any error.
-struct LayoutNotOpen : VbError {
-    LayoutNotOpen() : VbError(vberr::InvalidProcedureCall, QStringLiteral("帳票ファイルが開かれていません。")) {}
-};
-
-void reportFailure(const QString& place, int mode) {
-    try {
-        throw;
-    } catch (const LayoutNotOpen&) {
-    } catch (...) {
-        ShowErrMsg(place, mode);
-    }
-}
-
 // Said with every report that leaves no new PDF behind: a file still at the
 // path is not this run's, and the user must not send it as if it were.
 QString earlierFileNote(const QString& path) {
@@ -44,18 +27,14 @@ QString earlierFileNote(const QString& path) {
            QStringLiteral("」にあるファイルは以前に作成されたもので、今回の出力ではありません。");
 }
 
-// The failure of the PDF itself, reported with the note about an earlier file.
-void reportPdfFailure(const QString& place, const QString& path) {
+// A step of the PDF file itself: its failure carries the note about an
+// earlier file at the path.
+template <class Body>
+void withEarlierFileNote(const QString& path, Body&& body) {
     try {
-        throw;
+        body();
     } catch (const VbError& e) {
-        try {
-            throw VbError(e.number(), e.description() + earlierFileNote(path));
-        } catch (...) {
-            ShowErrMsg(place, 1);
-        }
-    } catch (...) {
-        ShowErrMsg(place, 1);
+        throw VbError(e.number(), e.description() + earlierFileNote(path));
     }
 }
 
@@ -82,79 +61,68 @@ void frmPrintManager::Init() {
 }
 
 void frmPrintManager::Init(std::optional<OutputMode> outputMode) {
-    try {
-        std::optional<OutputMode> commandMode;
-        gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], commandMode);
-        mOutputMode = outputMode;
-        mblnOutputFailed = false;
-        mPages.clear();
-        mPdf.reset();
-    } catch (...) {
-        reportFailure(QStringLiteral("Init"), 1);
-        return;
-    }
+    std::optional<OutputMode> commandMode;
+    gCommandGet(mstrCommand[0], mstrCommand[1], mstrCommand[2], commandMode);
+    mOutputMode = outputMode;
+    mblnOutputFailed = false;
+    mPages.clear();
+    mPdf.reset();
     if (!mPdfMode()) return;
-    try {
-        if (mstrCommand[1].trimmed().isEmpty())
-            throw VbError(vberr::FileNotFound, QStringLiteral("出力するPDFファイルが指定されていません。"));
-        mPdf = std::make_unique<PdfFileWriter>(mstrCommand[1], app::title(),
-                                               QStringLiteral("kelvary ") + gstrAppVersion());
-    } catch (...) {
-        mblnOutputFailed = true;
-        reportPdfFailure(QStringLiteral("Init"), mstrCommand[1]);
-    }
+    const TrapEnd opened = trapped(QStringLiteral("Init"), 1, [&] {
+        withEarlierFileNote(mstrCommand[1], [&] {
+            if (mstrCommand[1].trimmed().isEmpty())
+                throw VbError(vberr::FileNotFound, QStringLiteral("出力するPDFファイルが指定されていません。"));
+            mPdf = std::make_unique<PdfFileWriter>(mstrCommand[1], app::title(),
+                                                   QStringLiteral("kelvary ") + gstrAppVersion());
+        });
+    });
+    if (!opened) mblnOutputFailed = true;
 }
 
 void frmPrintManager::SetPrintFile(const QString& layoutName) {
-    try {
-        mDocument.reset();
+    mDocument.reset();
+    trapped(QStringLiteral("SetPrintFile"), 1, [&] {
         LayoutDocument document = LayoutDocument::load(gstrProgramInfo(0) + QStringLiteral("PrintFile/") + layoutName);
         for (int p = 1; p <= document.pageCount(); ++p) document.page(p).visible = p == 1;
         document.clearData();
         mDocument = std::move(document);
-    } catch (...) {
-        reportFailure(QStringLiteral("SetPrintFile"), 1);
-    }
+    });
 }
 
 LayoutField& frmPrintManager::mField(const QString& fieldName, long suffix, long page, const QString& group) {
     if (!mDocument)
-        throw LayoutNotOpen{};
+        throw VbError(vberr::InvalidProcedureCall, QStringLiteral("帳票ファイルが開かれていません。"));
     return mDocument->field(static_cast<int>(page), fieldNameWithSuffix(fieldName, suffix), group);
 }
 
 void frmPrintManager::OutPutData(const QString& fieldName, const Variant& value, long suffix, long page,
                                  const QString& format, const QString& nullText, const QString& group) {
-    try {
+    trapped(QStringLiteral("OutPutData"), 1, [&] {
         QString text;
         if (value.isNull()) text = nullText;
         else if (!format.isEmpty()) text = vbFormat(value, format);
         else text = value.text();
-        // An empty text leaves the layout's own content of the field.
-        if (text.isEmpty()) return;
+        // An empty text leaves the layout's own content of the field. With
+        // no layout open, opening it failed and was reported once: the
+        // members do not report every field again.
+        if (text.isEmpty() || !mDocument) return;
         LayoutField& field = mField(fieldName, suffix, page, group);
         field.text = text;
         field.fontName = formFontFamily();
-    } catch (...) {
-        reportFailure(QStringLiteral("OutPutData"), 1);
-    }
+    });
 }
 
 void frmPrintManager::SetImage(const QString& fieldName, const QString& imagePath, long suffix, long page) {
-    try {
-        if (!gblnCheckExistFile(imagePath)) return;
+    trapped(QStringLiteral("SetImage"), 1, [&] {
+        if (!gblnCheckExistFile(imagePath) || !mDocument) return;
         mField(fieldName, suffix, page).imageFile = imagePath;
-    } catch (...) {
-        reportFailure(QStringLiteral("SetImage"), 1);
-    }
+    });
 }
 
 void frmPrintManager::SetVisible(const QString& fieldName, bool visible, long suffix, long page) {
-    try {
-        mField(fieldName, suffix, page).visible = visible;
-    } catch (...) {
-        reportFailure(QStringLiteral("SetVisible"), 1);
-    }
+    trapped(QStringLiteral("SetVisible"), 1, [&] {
+        if (mDocument) mField(fieldName, suffix, page).visible = visible;
+    });
 }
 
 void frmPrintManager::SetStrikeLine(const QString& fieldName, bool on, long page) {
@@ -195,7 +163,7 @@ void frmPrintManager::SelectUnderLine(const QString& fieldName, long style, long
 }
 
 void frmPrintManager::PrintProxyColumn() {
-    try {
+    trapped(QStringLiteral("mPrintProxyColumn"), 1, [&] {
         const QString section = QStringLiteral("UserInfo");
         const QString address = gvarGetIniData(QStringLiteral("UserAddress"), section).text();
         QString name = gvarGetIniData(QStringLiteral("UserName"), section).text();
@@ -206,17 +174,15 @@ void frmPrintManager::PrintProxyColumn() {
                              QStringLiteral(" TEL:") + gvarGetIniData(QStringLiteral("UserTel"), section).text() +
                              QStringLiteral(" FAX:") + gvarGetIniData(QStringLiteral("UserFax"), section).text();
         OutPutData(QStringLiteral("ProxyColumn"), text, 0, 1);
-    } catch (...) {
-        reportFailure(QStringLiteral("mPrintProxyColumn"), 1);
-    }
+    });
 }
 
 void frmPrintManager::EndPage(bool problemMark) {
-    try {
-        const QString mark = problemMark ? QStringLiteral(" ※") : QString();
-        OutPutData(QStringLiteral("VerifyID"), QStringLiteral("[ID]") + mstrVerifyID + mark, 0, 1);
-        if (!mDocument)
-            throw LayoutNotOpen{};
+    const QString mark = problemMark ? QStringLiteral(" ※") : QString();
+    OutPutData(QStringLiteral("VerifyID"), QStringLiteral("[ID]") + mstrVerifyID + mark, 0, 1);
+    // With no layout open, opening it failed and was reported once.
+    if (!mDocument) return;
+    trapped(QStringLiteral("EndPage"), 1, [&] {
         for (int p = 1; p <= mDocument->pageCount(); ++p) {
             if (!mDocument->page(p).visible) continue;
             if (!mPdfMode()) {
@@ -234,26 +200,20 @@ void frmPrintManager::EndPage(bool problemMark) {
             }
         }
         mDocument->clearData();
-    } catch (...) {
-        reportFailure(QStringLiteral("EndPage"), 1);
-    }
+    });
 }
 
 void frmPrintManager::PrintNoPreview() {
-    try {
-        if (mPdfMode()) return;
-        mPrintPreview();
-    } catch (...) {
-        reportFailure(QStringLiteral("PrintNoPreview"), 1);
-    }
+    if (mPdfMode()) return;
+    trapped(QStringLiteral("PrintNoPreview"), 1, [&] { mPrintPreview(); });
 }
 
-// Prints every collected page: to the system's default printer, or in batch
-// mode with --print-to into that PDF file.
+// Prints every collected page to the run's print target: the system's
+// default printer, or the PDF file standing in for it.
 void frmPrintManager::mPrintPreview() {
-    const QString printTo = batchOptions().printTo;
-    if (!printTo.isEmpty()) {
-        PdfFileWriter file(printTo, app::title(), QStringLiteral("kelvary ") + gstrAppVersion());
+    const PrintTarget target = userInterface().printTarget();
+    if (target.isPdfFile()) {
+        PdfFileWriter file(target.pdfPath(), app::title(), QStringLiteral("kelvary ") + gstrAppVersion());
         for (const RecordedPage& page : mPages) file.addPage(page);
         file.commit();
         return;
@@ -298,27 +258,27 @@ void frmPrintManager::EndPrint() {
 }
 
 void frmPrintManager::gPdfClose() {
-    try {
-        if (!mPdf) return;
-        std::unique_ptr<PdfFileWriter> pdf = std::move(mPdf);
-        // Errors the run went on past leave their pages as the run made
-        // them, and the file is written; only a page that could not go into
-        // the file withholds it, so that no file lacks a page it was given.
-        if (mblnOutputFailed) {
-            gMsgbox(0, QStringLiteral("エラーが発生したため、PDFファイル「") + mstrCommand[1] +
-                           QStringLiteral("」は作成しませんでした。") + earlierFileNote(mstrCommand[1]));
-            return;
-        }
-        if (pdf->pageCount() == 0) {
-            gMsgbox(0, QStringLiteral("出力するページがないため、PDFファイル「") + mstrCommand[1] +
-                           QStringLiteral("」は作成しませんでした。") + earlierFileNote(mstrCommand[1]));
-            return;
-        }
-        pdf->commit();
-    } catch (...) {
-        mblnOutputFailed = true;
-        reportPdfFailure(QStringLiteral("gPdfClose"), mstrCommand[1]);
-    }
+    if (!mPdf) return;
+    std::unique_ptr<PdfFileWriter> pdf = std::move(mPdf);
+    const TrapEnd closed = trapped(QStringLiteral("gPdfClose"), 1, [&] {
+        withEarlierFileNote(mstrCommand[1], [&] {
+            // Errors the run went on past leave their pages as the run made
+            // them, and the file is written; only a page that could not go into
+            // the file withholds it, so that no file lacks a page it was given.
+            if (mblnOutputFailed) {
+                gMsgbox(0, QStringLiteral("エラーが発生したため、PDFファイル「") + mstrCommand[1] +
+                               QStringLiteral("」は作成しませんでした。") + earlierFileNote(mstrCommand[1]));
+                return;
+            }
+            if (pdf->pageCount() == 0) {
+                gMsgbox(0, QStringLiteral("出力するページがないため、PDFファイル「") + mstrCommand[1] +
+                               QStringLiteral("」は作成しませんでした。") + earlierFileNote(mstrCommand[1]));
+                return;
+            }
+            pdf->commit();
+        });
+    });
+    if (!closed) mblnOutputFailed = true;
 }
 
 }  // namespace kelvary

@@ -194,15 +194,13 @@ void frmPrintPreview::onZoomInClicked() { mChangeScale(1); }
 void frmPrintPreview::onZoomOutClicked() { mChangeScale(0); }
 
 void frmPrintPreview::mPrintPreview() {
-    try {
+    trapped(QStringLiteral("mPrintPreview"), 1, [&] {
         if (printAll_) printAll_();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mPrintPreview"), 1);
-    }
+    });
 }
 
 void frmPrintPreview::mChangePage(int kind) {
-    try {
+    trapped(QStringLiteral("mChangePage"), 1, [&] {
         const int before = page_;
         switch (kind) {
         case 0:
@@ -224,27 +222,19 @@ void frmPrintPreview::mChangePage(int kind) {
         // Another page is read from its top, wherever the last one was left.
         if (page_ != before) scroll_->verticalScrollBar()->setValue(0);
         mShowPageNumber();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mChangePage"), 1);
-    }
+    });
 }
 
 void frmPrintPreview::mChangeScale(int kind) {
-    try {
+    trapped(QStringLiteral("mChangeScale"), 1, [&] {
         if (kind == 1 && zoom_ + zoomStep <= maxZoom) zoom_ += zoomStep;
         else if (kind == 0 && zoom_ - zoomStep >= minZoom) zoom_ -= zoomStep;
         refreshView();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mChangeScale"), 1);
-    }
+    });
 }
 
 void frmPrintPreview::mShowPageNumber() {
-    try {
-        setWindowTitle(captionBase_ + QStringLiteral("  [%1/%2ページ]").arg(page_).arg(pageCount()));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mShowPageNumber"), 1);
-    }
+    setWindowTitle(captionBase_ + QStringLiteral("  [%1/%2ページ]").arg(page_).arg(pageCount()));
 }
 
 void frmPrintPreview::refreshView() {

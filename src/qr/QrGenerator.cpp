@@ -108,7 +108,7 @@ void QrGenerator::mAddHeaderLine(QString& strData, const QString& strName, long 
 }
 
 void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
-    try {
+    trapped(QStringLiteral("mMakeQRCodeApplyHeader"), 1, [&] {
         const QString name = mstrSymbolName(SymbolKind::ApplyHeader);
         const auto longValue = [](long value) { return Variant::fromLong(static_cast<std::int32_t>(value)); };
         // The agent flags come last, so an edition without them stops at 5.
@@ -126,9 +126,7 @@ void QrGenerator::mMakeQRCodeApplyHeader(long lngFSCount) {
         for (long i = 0; i < mrecords.applyHeader; ++i)
             mAddDataLine(payload, i + 1, {records.at(static_cast<size_t>(i))});
         renderSymbol(*mfrmQRCode, msymbols, SymbolKind::ApplyHeader, name, payload);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mMakeQRCodeApplyHeader"), 1);
-    }
+    });
 }
 
 void QrGenerator::mMakeQRCodeAPData(std::int32_t lngAPDataCode) {

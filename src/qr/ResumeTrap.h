@@ -20,13 +20,9 @@ public:
     template <class Step>
     bool run(Step&& step) {
         if (ended_) return false;
-        try {
-            std::forward<Step>(step)();
-            return true;
-        } catch (...) {
-            if (!ShowErrMsg(place_, 2)) ended_ = true;
-            return false;
-        }
+        const TrapEnd end = trapped(place_, 2, std::forward<Step>(step));
+        if (!end && !end.goOn) ended_ = true;
+        return end.ran;
     }
 
     bool ended() const { return ended_; }

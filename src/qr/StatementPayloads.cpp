@@ -209,7 +209,7 @@ void StatementPayloads::mMakeQRCodeFSCapital() {
 }
 
 void StatementPayloads::mMakeQRCodeFSNList() {
-    try {
+    trapped(QStringLiteral("mMakeQRCodeFSNList"), 1, [&] {
         const Recordset rs =
             gobjMakeRecordset(QStringLiteral("Select * From tmpFSNoteData Where ") + keyCondition());
         if (rs.isNothing() || rs.eof()) return;
@@ -252,9 +252,7 @@ void StatementPayloads::mMakeQRCodeFSNList() {
         }
         if (count >= 1) close();
         made_ += batch;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mMakeQRCodeFSNList"), 1);
-    }
+    });
 }
 
 }  // namespace kelvary

@@ -57,7 +57,7 @@ void frmQRCode::MakeQRCode(const QString& strFileName, const QString& strDataVal
 
 void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataValue) {
     if (mblnCannotSave) return;
-    try {
+    trapped(QStringLiteral("mMakeQRCode"), 1, [&] {
         const QByteArray bytes = cp932Encode(strDataValue);
         const std::optional<qr::QrSymbol> symbol = qr::encodeSymbol(bytes);
         if (!symbol) {
@@ -69,14 +69,14 @@ void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataVa
                               QString::number(bytes.size()) + QStringLiteral("バイト）"));
         }
         const QImage image = qr::symbolImage(*symbol);
-        saveWhole(strFileName, [&](QIODevice& file) { return image.save(&file, "BMP"); });
-        mSaveText(strFileName, strDataValue);
-    } catch (const SaveFailed&) {
-        mblnCannotSave = true;
-        ShowErrMsg(QStringLiteral("mMakeQRCode"), 1);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mMakeQRCode"), 1);
-    }
+        try {
+            saveWhole(strFileName, [&](QIODevice& file) { return image.save(&file, "BMP"); });
+            mSaveText(strFileName, strDataValue);
+        } catch (const SaveFailed&) {
+            mblnCannotSave = true;
+            throw;
+        }
+    });
 }
 
 void frmQRCode::mSaveText(const QString& strFileName, const QString& strDataValue) {

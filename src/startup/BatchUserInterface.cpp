@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 
 #include <cstdio>
+#include <utility>
 
 namespace kelvary {
 namespace {
@@ -24,7 +25,8 @@ QString answerText(MsgAnswer answer) {
     return QString();
 }
 
-BatchUserInterface::BatchUserInterface(bool answerYes) : answerYes_(answerYes) {}
+BatchUserInterface::BatchUserInterface(bool answerYes, PrintTarget target)
+    : answerYes_(answerYes), target_(std::move(target)) {}
 
 QString BatchUserInterface::transcriptBlock(const QString& label, const QString& title,
                                             const QString& text, const QString& answer) {

@@ -10,10 +10,11 @@ namespace kelvary {
 
 class BatchUserInterface : public UserInterface {
 public:
-    explicit BatchUserInterface(bool answerYes);
+    explicit BatchUserInterface(bool answerYes, PrintTarget target = PrintTarget::defaultPrinter());
     MsgAnswer showMessage(const MessageRequest& request) override;
     void showReport(const QString& title, const QString& text) override;
     bool isBatch() const override { return true; }
+    PrintTarget printTarget() const override { return target_; }
 
     // One transcript block: "=== label title", the text's lines, "--- answer".
     static QString transcriptBlock(const QString& label, const QString& title, const QString& text,
@@ -21,6 +22,7 @@ public:
 
 private:
     bool answerYes_;
+    PrintTarget target_;
 };
 
 QString answerText(MsgAnswer answer);

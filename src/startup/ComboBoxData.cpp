@@ -58,7 +58,7 @@ private:
 }  // namespace
 
 void gSetComboBoxData(QWidget* control, long kind) {
-    try {
+    trapped(QStringLiteral("gSetComboBoxData"), 0, [&] {
         const MasterList master = masterList(kind);
         Recordset rows = gobjMakeRecordset(QString::fromLatin1(master.sql));
         EntrySink sink(control);
@@ -67,9 +67,7 @@ void gSetComboBoxData(QWidget* control, long kind) {
         for (; !rows.eof(); rows.moveNext())
             sink.add(rows.value(textColumn).text(), rows.value(keyColumn).toLong());
         sink.finish();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gSetComboBoxData"), 0);
-    }
+    });
 }
 
 }  // namespace kelvary

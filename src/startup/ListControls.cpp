@@ -73,7 +73,7 @@ void setDefaultProperty(QWidget* control, const Variant& value) {
 }  // namespace
 
 Variant gvarGetComboBoxValue(QWidget* control) {
-    try {
+    return trapped(QStringLiteral("gvarGetComboBoxValue"), 0, Variant(), [&] {
         if (auto* combo = qobject_cast<QComboBox*>(control)) {
             if (combo->currentIndex() < 0) throw VbError::standard(vberr::BadPropertyIndex);
             return fromItemData(combo->currentData());
@@ -83,14 +83,12 @@ Variant gvarGetComboBoxValue(QWidget* control) {
             return fromItemData(list->currentItem()->data(Qt::UserRole));
         }
         throw VbError::standard(vberr::NotSupported);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gvarGetComboBoxValue"), 0);
-        return Variant();
-    }
+    });
 }
 
 void gLetDataToControl(QWidget* control, const Variant& value, int controlKind) {
-    try {
+    const auto place = [&] { return QStringLiteral("gLetDataToControl: ") + (control ? control->objectName() : QString()); };
+    trapped(place, 0, [&] {
         switch (controlKind) {
         case 1: selectByItemData(control, value); break;
         case 0:
@@ -103,9 +101,7 @@ void gLetDataToControl(QWidget* control, const Variant& value, int controlKind) 
             break;
         default: setDefaultProperty(control, value); break;
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gLetDataToControl: ") + (control ? control->objectName() : QString()), 0);
-    }
+    });
 }
 
 }  // namespace kelvary

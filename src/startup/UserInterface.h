@@ -4,6 +4,8 @@
 // command line).
 #pragma once
 
+#include "startup/PrintTarget.h"
+
 #include <QString>
 
 #include <memory>
@@ -30,6 +32,9 @@ public:
     // A block of findings (the problem list) shown to the user.
     virtual void showReport(const QString& title, const QString& text) = 0;
     virtual bool isBatch() const = 0;
+    // Where the print manager and the problem list send what is printed; a
+    // port told of no other target prints on paper.
+    virtual PrintTarget printTarget() const { return PrintTarget::defaultPrinter(); }
 };
 
 // The port in use for this run. Installed once by start-up; the Qt one is the

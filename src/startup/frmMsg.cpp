@@ -52,7 +52,7 @@ void frmMsg::setMsgText(const QString& text) { text_->setText(text); }
 QString frmMsg::msgText() const { return text_->text(); }
 
 void gMsgForm(int mode, const QString& text) {
-    try {
+    trapped(QStringLiteral("gMsgForm"), 1, [&] {
         if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return;
         QPointer<frmMsg>& form = loadedInstance();
         switch (mode) {
@@ -77,9 +77,7 @@ void gMsgForm(int mode, const QString& text) {
         default: break;
         }
         QCoreApplication::processEvents();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gMsgForm"), 1);
-    }
+    });
 }
 
 }  // namespace kelvary

@@ -250,7 +250,7 @@ void frmPrintMenu::reject() {
 }
 
 void frmPrintMenu::Form_Load() {
-    try {
+    trapped(QStringLiteral("Form_Load"), 0, [&] {
         gSetComboBoxData(fldCourseNumber_, listkind::Service);
         gLetDataToControl(fldCourseNumber_, Variant(static_cast<int>(kCourseRegular)), 1);
 
@@ -272,9 +272,7 @@ void frmPrintMenu::Form_Load() {
 
         fldProxy_Click();
         fldPrintZaimuQR_Click();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("Form_Load"), 0);
-    }
+    });
 }
 
 // Send-file creation writes every document of the run, so the document
@@ -294,7 +292,7 @@ void frmPrintMenu::enterSendFileMode() {
 }
 
 void frmPrintMenu::mSetList() {
-    try {
+    trapped(QStringLiteral("mSetList"), 0, [&] {
         Recordset rows = gobjMakeRecordset(
             QStringLiteral(" Select * From tblIndex Order by FYearFrom Desc, FYearNumber Desc,IndexID Desc"));
         dbgList_->clear();
@@ -307,51 +305,36 @@ void frmPrintMenu::mSetList() {
                 dbgList_->setCurrentItem(entry, QItemSelectionModel::NoUpdate);
             }
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mSetList"), 0);
-    }
+    });
 }
 
 void frmPrintMenu::mSetCourseNumber() {
-    try {
-        const long course = fldCourseNumber1_->isChecked() ? kCourseRegular : kCourseExpress;
-        gLetDataToControl(fldCourseNumber_, Variant(static_cast<int>(course)), 1);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mSetCourseNumber"), 0);
-    }
+    const long course = fldCourseNumber1_->isChecked() ? kCourseRegular : kCourseExpress;
+    gLetDataToControl(fldCourseNumber_, Variant(static_cast<int>(course)), 1);
 }
 
 long frmPrintMenu::mlngCountSelected() {
-    try {
-        long count = 0;
-        for (int i = 0; i < dbgList_->count(); ++i)
-            if (dbgList_->item(i)->isSelected()) ++count;
-        return count;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mlngCountSelected"), 0);
-        return 0;
-    }
+    long count = 0;
+    for (int i = 0; i < dbgList_->count(); ++i)
+        if (dbgList_->item(i)->isSelected()) ++count;
+    return count;
 }
 
 // Every entry is written, selected or not, so a period deselected since an
 // earlier confirmation loses its mark.
 void frmPrintMenu::mSaveData() {
-    try {
-        for (int i = 0; i < dbgList_->count(); ++i) {
-            const QListWidgetItem* entry = dbgList_->item(i);
-            clsSqlText sql;
-            sql.SetTable(QStringLiteral("tblIndex"));
-            sql.SetData(QStringLiteral("PrintFlag"), Variant(entry->isSelected()), 0);
-            sql.SetWhere(QStringLiteral("IndexID=") + entry->data(Qt::UserRole).toString());
-            gblnExecuteSql(sql.GetUpdateSql());
-        }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("mSaveData"), 0);
+    for (int i = 0; i < dbgList_->count(); ++i) {
+        const QListWidgetItem* entry = dbgList_->item(i);
+        clsSqlText sql;
+        sql.SetTable(QStringLiteral("tblIndex"));
+        sql.SetData(QStringLiteral("PrintFlag"), Variant(entry->isSelected()), 0);
+        sql.SetWhere(QStringLiteral("IndexID=") + entry->data(Qt::UserRole).toString());
+        gblnExecuteSql(sql.GetUpdateSql());
     }
 }
 
 void frmPrintMenu::cmdPrint_Click() {
-    try {
+    trapped(QStringLiteral("cmdPrint_Click"), 0, [&] {
         if (equalsZero(gvarGetComboBoxValue(fldCourseNumber_))) {
             gMsgbox(0, QStringLiteral("コースを設定してください"), QStringLiteral("情報"));
             return;
@@ -375,41 +358,27 @@ void frmPrintMenu::cmdPrint_Click() {
         mSaveData();
         mblnCancel = false;
         QDialog::done(QDialog::Accepted);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("cmdPrint_Click"), 0);
-    }
+    });
 }
 
 void frmPrintMenu::cmdCancel_Click() {
-    try {
-        mblnCancel = true;
-        QDialog::done(QDialog::Rejected);
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("cmdCancel_Click"), 0);
-    }
+    mblnCancel = true;
+    QDialog::done(QDialog::Rejected);
 }
 
 void frmPrintMenu::fldProxy_Click() {
-    try {
-        if (fldProxy_->isChecked()) {
-            fldSendResult_->setEnabled(true);
-        } else {
-            fldSendResult_->setEnabled(false);
-            fldSendResult_->setChecked(false);
-        }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("fldProxy_Click"), 0);
+    if (fldProxy_->isChecked()) {
+        fldSendResult_->setEnabled(true);
+    } else {
+        fldSendResult_->setEnabled(false);
+        fldSendResult_->setChecked(false);
     }
 }
 
 // Without the statements the period list is out of play; its selection is
 // kept and still stored, but nothing of it is printed.
 void frmPrintMenu::fldPrintZaimuQR_Click() {
-    try {
-        dbgList_->setEnabled(fldPrintZaimuQR_->isChecked());
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("fldPrintZaimuQR_Click"), 0);
-    }
+    dbgList_->setEnabled(fldPrintZaimuQR_->isChecked());
 }
 
 }  // namespace kelvary

@@ -32,13 +32,10 @@ QString padLeft(const QString& text, long width) {
 }  // namespace
 
 QString gstrEraChar(const Variant& date) {
-    try {
+    return trapped(QStringLiteral("gstrEraChar"), 0, QString(), [&] {
         if (date.isNull()) return QString();
         return vbFormat(date, QStringLiteral("g"));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gstrEraChar"), 0);
-        return QString();
-    }
+    });
 }
 
 // No trap of its own: a bad date reaches the caller's trap.
@@ -56,14 +53,11 @@ Variant gvarEraDateText(const Variant& date, long width) {
 }
 
 Variant gvarConvUnitType(Variant& amount) {
-    try {
+    return trapped(QStringLiteral("gvarConvUnitType"), 0, Variant(), [&] {
         if (amount.isNull() || amount.text().isEmpty()) return amount;
         amount = Variant(std::trunc(amount.toDouble() / 1000.0));
         return amount;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gvarConvUnitType"), 0);
-        return Variant();
-    }
+    });
 }
 
 // No trap of its own.
@@ -78,33 +72,27 @@ QString gstrGetFileNameFromFullPath(const QString& path) {
 }
 
 QString gstrFSDocMaster(const Variant& dateText) {
-    try {
+    return trapped(QStringLiteral("gstrFSDocMaster"), 0, QString(), [&] {
         if (dateText.isNull()) return QStringLiteral("tblFSDocMaster");
         const QString text = dateText.text();
         if (text.isEmpty() || text == QStringLiteral("2004/04/01")) return QStringLiteral("tblFSDocMaster");
         if (text == QStringLiteral("2006/07/01")) return QStringLiteral("tblFSDocMaster06");
         return QString();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gstrFSDocMaster"), 0);
-        return QString();
-    }
+    });
 }
 
 Variant gvarCalcEnforceDate(const Variant& defaultValue, const Variant& editionCode) {
-    try {
+    return trapped(QStringLiteral("gvarCalcEnforceDate"), 0, Variant(), [&] {
         const QString code = editionCode.text();
         if (code == QStringLiteral("200804")) return Variant(QDate(2008, 4, 1));
         if (code == QStringLiteral("201004")) return Variant(QDate(2010, 4, 1));
         if (code == QStringLiteral("201304")) return Variant(QDate(2013, 4, 1));
         return defaultValue;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gvarCalcEnforceDate"), 0);
-        return Variant();
-    }
+    });
 }
 
 QString gstrMakeProxyString() {
-    try {
+    return trapped(QStringLiteral("gstrMakeProxyString"), 0, QString(), [&] {
         const QString section = QStringLiteral("UserInfo");
         QString text = QStringLiteral("(上記代理人)") + kCrLf +
                        gvarGetIniData(QStringLiteral("UserAddress"), section).text() + kCrLf +
@@ -112,10 +100,7 @@ QString gstrMakeProxyString() {
         const QString name2 = gvarGetIniData(QStringLiteral("UserName2"), section).text();
         if (!name2.isEmpty()) text += name2 + kCrLf;
         return text + QStringLiteral("電話番号  ") + gvarGetIniData(QStringLiteral("UserTel"), section).text();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gstrMakeProxyString"), 0);
-        return QString();
-    }
+    });
 }
 
 QString gstrAppVersion() {
@@ -126,7 +111,7 @@ QString gstrAppVersion() {
 }
 
 void gCommandGet(QString& field1, QString& field2, QString& field3, std::optional<OutputMode>& mode) {
-    try {
+    trapped(QStringLiteral("gCommandGet"), 1, [&] {
         if (app::commandLine().isEmpty()) {
             // Started with options rather than the parent's one text.
             const CommandFields& options = optionFields();
@@ -150,27 +135,15 @@ void gCommandGet(QString& field1, QString& field2, QString& field3, std::optiona
             if (i < 3) *fields[i] = parts[i + 1];
             else mode = outputModeFromString(parts[i + 1]);
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gCommandGet"), 1);
-    }
+    });
 }
 
 void gQuitApplication(bool /*skipQuestion: every caller skips the question*/) {
     if (quitRequested()) return;
     quitRequested() = true;
-    try {
-        gobjConnection.reset();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gQuitApplication"), 0);
-    }
+    gobjConnection.reset();
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return;
-    for (QWidget* form : QApplication::topLevelWidgets()) {
-        try {
-            form->close();
-        } catch (...) {
-            ShowErrMsg(QStringLiteral("gQuitApplication"), 0);
-        }
-    }
+    for (QWidget* form : QApplication::topLevelWidgets()) form->close();
 }
 
 bool gblnQuitRequested() { return quitRequested(); }

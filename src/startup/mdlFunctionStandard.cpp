@@ -83,7 +83,7 @@ void recordError(const QString& report, bool shownInTranscript) {
 }  // namespace
 
 bool gMsgbox(int kind, const QString& message, const QString& title) {
-    try {
+    return trapped(QStringLiteral("gMsgbox"), 0, false, [&] {
         if (kind < 0 || kind > 4) throw VbError::standard(vberr::InvalidProcedureCall);
         // The user has closed the program: nothing more is asked.
         if (gblnQuitRequested()) return false;
@@ -96,10 +96,7 @@ bool gMsgbox(int kind, const QString& message, const QString& title) {
         request.text = message.isEmpty() ? QString::fromUtf8(k.defaultMessage) : message;
         request.title = title.isEmpty() ? QString::fromUtf8(k.defaultTitle) : title;
         return userInterface().showMessage(request) == MsgAnswer::Yes;
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gMsgbox"), 0);
-        return false;
-    }
+    });
 }
 
 QString errorReportText(const QString& place, int mode, long number, const QString& description,
@@ -159,56 +156,42 @@ void gWriteIniData(const QString& key, const Variant& value, const QString& sect
 }
 
 QString gstrProgramInfo(int kind) {
-    try {
-        const QString folder = app::path();
-        switch (kind) {
-        case 0: return folder + QLatin1Char('/');
-        case 1: return folder + QLatin1Char('/') + app::exeName();
-        case 2: return app::exeName();
-        case 3: return folder;
-        case 4: return folder.left(folder.lastIndexOf(QLatin1Char('/')) + 1);
-        default: return QString();
-        }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gstrProgramInfo"), 0);
-        return QString();
+    const QString folder = app::path();
+    switch (kind) {
+    case 0: return folder + QLatin1Char('/');
+    case 1: return folder + QLatin1Char('/') + app::exeName();
+    case 2: return app::exeName();
+    case 3: return folder;
+    case 4: return folder.left(folder.lastIndexOf(QLatin1Char('/')) + 1);
+    default: return QString();
     }
 }
 
 bool gblnCheckExistFile(const QString& path, int attributes) {
-    try {
-        if (path.isEmpty()) return false;
-        const QFileInfo info(path);
-        if (path.contains(QLatin1Char('*')) || path.contains(QLatin1Char('?'))) {
-            QDir::Filters filters = QDir::Files | QDir::Hidden;
-            if (attributes & vbDirectory) filters |= QDir::Dirs | QDir::NoDotAndDotDot;
-            return !QDir(info.path()).entryList({info.fileName()}, filters).isEmpty();
-        }
-        if (!info.exists()) return false;
-        return info.isFile() || (info.isDir() && (attributes & vbDirectory));
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gblnCheckExistFile"), 0);
-        return false;
+    if (path.isEmpty()) return false;
+    const QFileInfo info(path);
+    if (path.contains(QLatin1Char('*')) || path.contains(QLatin1Char('?'))) {
+        QDir::Filters filters = QDir::Files | QDir::Hidden;
+        if (attributes & vbDirectory) filters |= QDir::Dirs | QDir::NoDotAndDotDot;
+        return !QDir(info.path()).entryList({info.fileName()}, filters).isEmpty();
     }
+    if (!info.exists()) return false;
+    return info.isFile() || (info.isDir() && (attributes & vbDirectory));
 }
 
 void gSetHourglass(const Variant& flag) {
-    try {
-        if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return;
-        if (flag.type() != VarType::Boolean && !flag.isNumber()) return;
-        const double v = flag.toDouble();
-        if (v == -1.0) {
-            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        } else if (v == 0.0) {
-            while (QGuiApplication::overrideCursor()) QGuiApplication::restoreOverrideCursor();
-        }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gSetHourglass"), 0);
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return;
+    if (flag.type() != VarType::Boolean && !flag.isNumber()) return;
+    const double v = flag.toDouble();
+    if (v == -1.0) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    } else if (v == 0.0) {
+        while (QGuiApplication::overrideCursor()) QGuiApplication::restoreOverrideCursor();
     }
 }
 
 Variant gvarCheckData(int mode, const Variant& value, const Variant& defaultValue) {
-    try {
+    return trapped(QStringLiteral("gvarCheckData"), 0, Variant(), [&] {
         switch (mode) {
         case 0: return value.isNull() ? defaultValue : value;
         case 1: return !value.isNull() && value.text().isEmpty() ? defaultValue : value;
@@ -219,19 +202,13 @@ Variant gvarCheckData(int mode, const Variant& value, const Variant& defaultValu
             return value.toDouble() == 0.0 ? defaultValue : value;
         default: return value;
         }
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("gvarCheckData"), 0);
-        return Variant();
-    }
+    });
 }
 
 long glngLen(const Variant& value) {
-    try {
+    return trapped(QStringLiteral("glngLen"), 0, 0, [&] {
         return cp932ByteLength(value.text());
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("glngLen"), 0);
-        return 0;
-    }
+    });
 }
 
 }  // namespace kelvary

@@ -3,11 +3,13 @@
 // folder, small value helpers and the list-control helpers.
 #pragma once
 
+#include "platform/ErrorTrap.h"
 #include "platform/Variant.h"
 
 #include <QString>
 
 #include <optional>
+#include <utility>
 
 class QWidget;
 
@@ -21,6 +23,18 @@ bool gMsgbox(int kind, const QString& message = QString(), const QString& title 
 // goes on; 1: the caller gives up; 2: the user is asked whether to go on.
 // True only in mode 2 when the box was shown and the user chose Yes.
 bool ShowErrMsg(const QString& place, int mode);
+
+// A routine's error trap: runs body; an error leaving it is reported with
+// ShowErrMsg(place, mode) and the routine gives empty. The form without an
+// empty result tells whether the body ran through (see TrapEnd).
+template <class Place, class Body>
+TrapResult<Body> trapped(const Place& place, int mode, TrapResult<Body> empty, Body&& body) {
+    return trapWith(ShowErrMsg, place, mode, std::move(empty), std::forward<Body>(body));
+}
+template <class Place, class Body>
+TrapEnd trapped(const Place& place, int mode, Body&& body) {
+    return trapWith(ShowErrMsg, place, mode, std::forward<Body>(body));
+}
 
 // The composed text of an error report, exactly as the box shows it.
 QString errorReportText(const QString& place, int mode, long number, const QString& description,

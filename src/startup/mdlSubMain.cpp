@@ -1,6 +1,6 @@
-// Main: one start prints one application and ends. Every step runs under one
-// trap; a failing step is reported in mode 0 and the run resumes with the
-// next step, as the parent program's users are used to.
+// Main: one start prints one application and ends. Every step that can fail
+// runs under Main's trap; a failing step is reported in mode 0 and the run
+// resumes with the next step, as the parent program's users are used to.
 #include "startup/mdlSubMain.h"
 
 #include "db/mdlFunctionDatabase.h"
@@ -20,20 +20,10 @@
 
 #include <QDir>
 
-#include <functional>
 #include <memory>
 
 namespace kelvary {
 namespace {
-
-// Runs one step of Main under Main's trap: report in mode 0 and go on.
-void step(const std::function<void()>& body) {
-    try {
-        body();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("Main"), 0);
-    }
-}
 
 const char* const kWorkingTables[] = {
     "tblIndex",        "TmpAPData",       "TmpFSInfoData",    "TmpFSItemData",
@@ -65,10 +55,12 @@ void requireEmptyWorkingTables() {
 }  // namespace
 
 void Main() {
+    // A check the run cannot go on without reports in mode 1 and ends it.
+    const QString place = QStringLiteral("Main");
     std::unique_ptr<InstanceLock> instance;
     std::unique_ptr<frmMDIForm> mainWindow;
     bool secondInstance = false;
-    step([&] {
+    trapped(place, 0, [&] {
         instance = std::make_unique<InstanceLock>(app::path());
         if (!instance->acquired()) {
             secondInstance = true;
@@ -77,73 +69,59 @@ void Main() {
         }
     });
     if (secondInstance) return;
-    try {
-        requireReadableSettings(userDataIniPath());
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("Main"), 1);
-        return;
-    }
+    if (!trapped(place, 1, [] { requireReadableSettings(userDataIniPath()); })) return;
 
-    step([&] {
-        const QString temp = app::path() + QStringLiteral("/Temp");
-        if (!gblnCheckExistFile(temp, vbDirectory)) QDir().mkpath(temp);
-    });
-    step([&] {
+    const QString temp = app::path() + QStringLiteral("/Temp");
+    if (!gblnCheckExistFile(temp, vbDirectory)) QDir().mkpath(temp);
+    trapped(place, 0, [&] {
         mainWindow = std::make_unique<frmMDIForm>();
         // A batch run's windows are owners and holders of state; shown, they
         // would only be laid out and painted for nobody.
         if (!userInterface().isBatch()) mainWindow->show();
     });
-    step([&] { gMsgForm(0, QStringLiteral("しばらくお待ちください")); });
-    step([&] {
-        gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") +
-                               app::path() + QStringLiteral("/SystemData.mdb");
-        gobjConnection = gobjOpenConnection();
-    });
+    gMsgForm(0, QStringLiteral("しばらくお待ちください"));
+    gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + app::path() +
+                           QStringLiteral("/SystemData.mdb");
+    gobjConnection = gobjOpenConnection();
     // Without the working database every later step could only fail, each
     // with a report of its own that would bury the one that says why.
     if (!gobjConnection) {
-        step([&] { gQuitApplication(true); });
+        gQuitApplication(true);
         return;
     }
     QString applicationFile, pdfFile, agent;
     std::optional<OutputMode> mode;
-    step([&] { gCommandGet(applicationFile, pdfFile, agent, mode); });
+    gCommandGet(applicationFile, pdfFile, agent, mode);
     for (const char* table : kWorkingTables) {
         if (gblnQuitRequested()) break;
-        step([&] { gInitTable(QString::fromLatin1(table)); });
+        gInitTable(QString::fromLatin1(table));
     }
-    try {
-        requireEmptyWorkingTables();
-    } catch (...) {
-        ShowErrMsg(QStringLiteral("Main"), 1);
-        step([&] { gQuitApplication(true); });
+    if (!trapped(place, 1, [] { requireEmptyWorkingTables(); })) {
+        gQuitApplication(true);
         return;
     }
 
     std::int32_t mainDataCode = 0;
-    step([&] {
+    trapped(place, 0, [&] {
         clsAnlBasicInfo basicInfo;
         basicInfo.LoadData(applicationFile);
         mainDataCode = basicInfo.MainDataCode();
     });
-    step([&] { gMsgForm(2, QStringLiteral("申請書データ読み込み中")); });
-    step([&] {
+    gMsgForm(2, QStringLiteral("申請書データ読み込み中"));
+    trapped(place, 0, [&] {
         clsApply2Data applicationData;
         mainDataCode = applicationData.LoadData(applicationFile);
     });
     std::int32_t apDataCode = 0;
     Variant enforceDate(QString{});
     const QString where = QStringLiteral("MainDataCode=") + QString::number(mainDataCode);
-    step([&] {
+    trapped(place, 0, [&] {
         apDataCode = gvarGetData(QStringLiteral("APDataCode"), QStringLiteral("tmpAPData"), where, Variant(QString()))
                          .toLong();
     });
-    step([&] {
-        enforceDate = gvarGetData(QStringLiteral("EnforceDate"), QStringLiteral("tmpAPData"), where, Variant(QString()));
-    });
+    enforceDate = gvarGetData(QStringLiteral("EnforceDate"), QStringLiteral("tmpAPData"), where, Variant(QString()));
     if (!gblnQuitRequested())
-        step([&] {
+        trapped(place, 0, [&] {
             if (formEditionFromEnforceDate(enforceDate) == FormEdition::Form200804) {
                 clsPrintMain_200804 driver;
                 driver.setAPDataCode(apDataCode);
@@ -157,7 +135,7 @@ void Main() {
             }
         });
 
-    step([&] { gQuitApplication(true); });
+    gQuitApplication(true);
 }
 
 }  // namespace kelvary

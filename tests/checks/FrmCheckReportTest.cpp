@@ -4,7 +4,6 @@
 #include "checks/frmCheckReport.h"
 
 #include "platform/PdfCheck.h"
-#include "startup/CommandLine.h"
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
@@ -24,26 +23,12 @@ namespace {
 
 using test::RecordingUiGuard;
 
-// Batch options naming the PDF file the print button writes, for one test.
-class PrintToGuard {
-public:
-    explicit PrintToGuard(const QString& file) : previous_(batchOptions()) {
-        BatchOptions options = previous_;
-        options.printTo = file;
-        setBatchOptions(options);
-    }
-    ~PrintToGuard() { setBatchOptions(previous_); }
-
-private:
-    BatchOptions previous_;
-};
-
 TEST(FrmCheckReportTest, LongListPrintsOnSeveralPagesWithEveryLine) {
     RecordingUiGuard ui;
     ui->yesNoAnswer = MsgAnswer::Yes;
     QTemporaryDir dir;
     const QString pdf = dir.filePath(QStringLiteral("list.pdf"));
-    PrintToGuard printTo(pdf);
+    ui->target = PrintTarget::pdfFile(pdf);
     QFont::insertSubstitution(QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAGothic"));
 
     QString text;
@@ -93,7 +78,7 @@ TEST(FrmCheckReportTest, ValueLinesKeepTheirAmountsBesideTheirLabels) {
     {
         SCOPED_TRACE("lines of 116 columns");
         const QString pdf = dir.filePath(QStringLiteral("values.pdf"));
-        PrintToGuard printTo(pdf);
+        ui->target = PrintTarget::pdfFile(pdf);
         frmCheckReport form;
         form.loadText(list);
         form.cmdPrint()->click();
@@ -115,7 +100,7 @@ TEST(FrmCheckReportTest, ValueLinesKeepTheirAmountsBesideTheirLabels) {
     {
         SCOPED_TRACE("short lines");
         const QString pdf = dir.filePath(QStringLiteral("short.pdf"));
-        PrintToGuard printTo(pdf);
+        ui->target = PrintTarget::pdfFile(pdf);
         frmCheckReport form;
         form.loadText(QStringLiteral("■SHORT\r\n"));
         form.cmdPrint()->click();
@@ -127,7 +112,7 @@ TEST(FrmCheckReportTest, ValueLinesKeepTheirAmountsBesideTheirLabels) {
     {
         SCOPED_TRACE("a line too wide at any readable size");
         const QString pdf = dir.filePath(QStringLiteral("wide.pdf"));
-        PrintToGuard printTo(pdf);
+        ui->target = PrintTarget::pdfFile(pdf);
         const QString wide = QStringLiteral("0123456789").repeated(30);
         frmCheckReport form;
         form.loadText(wide + QStringLiteral("\r\n"));
@@ -145,7 +130,6 @@ TEST(FrmCheckReportTest, APrintThatCannotStartIsReported) {
     test::ProgramFolder folder("[System]\r\nShowErrMsg=-1\r\n");
     RecordingUiGuard ui;
     ui->yesNoAnswer = MsgAnswer::Yes;
-    PrintToGuard printTo{QString()};
     frmCheckReport form;
     form.loadText(QStringLiteral("■問題\r\n"));
     form.cmdPrint()->click();
@@ -160,7 +144,7 @@ TEST(FrmCheckReportTest, EnterClosesTheListAndPrintsNothing) {
     RecordingUiGuard ui;
     ui->yesNoAnswer = MsgAnswer::Yes;
     QTemporaryDir dir;
-    PrintToGuard printTo(dir.filePath(QStringLiteral("list.pdf")));
+    ui->target = PrintTarget::pdfFile(dir.filePath(QStringLiteral("list.pdf")));
     frmCheckReport form;
     form.loadText(QStringLiteral("■問題\r\n"));
     form.show();

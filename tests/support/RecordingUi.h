@@ -26,10 +26,12 @@ public:
         reports.append(title + QLatin1Char('\n') + text);
     }
     bool isBatch() const override { return batch; }
+    PrintTarget printTarget() const override { return target; }
 
     // False lets modal windows run their own loop, as on the desktop.
     bool batch = true;
     MsgAnswer yesNoAnswer = MsgAnswer::No;
+    PrintTarget target = PrintTarget::defaultPrinter();
     QList<RecordedMessage> messages;
     QList<QString> reports;
 };
