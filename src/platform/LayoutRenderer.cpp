@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
@@ -238,12 +237,21 @@ void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, 
     const Qt::Alignment h = style.align == HAlign::Center ? Qt::AlignHCenter
                             : style.align == HAlign::Right ? Qt::AlignRight
                                                            : Qt::AlignLeft;
+    // Letters stand where pages replayed from a recorded picture put them,
+    // as every file made so far has them: the replay sets each line from its
+    // font's ascent rounded to a whole layout unit, under a unit from where
+    // the line itself would set it. A picture being recorded gets that shift
+    // when it is replayed.
+    const double ascent = metrics.ascent();
+    const double letterShift =
+        painter.device()->devType() == QInternal::Picture ? 0.0 : ascent - qRound(ascent);
     for (const QString& line : layout.lines) {
         const QRectF lineRect(rect.left() + layout.indentWidth, y, rect.width() - layout.indentWidth, lineHeight);
+        const QRectF letters = lineRect.translated(0, letterShift);
         painter.setPen(Qt::black);
-        painter.drawText(lineRect, static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
+        painter.drawText(letters, static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
         if (style.bold)
-            painter.drawText(lineRect.translated(layout.font.pixelSize() * kBoldShift, 0),
+            painter.drawText(letters.translated(layout.font.pixelSize() * kBoldShift, 0),
                              static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
 
         const double width = line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
@@ -324,22 +332,22 @@ void drawImageAt(QPainter& painter, const QRectF& target, const QImage& image) {
     painter.restore();
 }
 
-// Where the images of a page go: straight onto the painter, or, while a page
-// is recorded, beside its pictures.
-using ImageSink = std::function<void(QPainter&, const QRectF&, const QImage&)>;
+// The images of a kept page by file, or nullptr to read each file as it is
+// drawn.
+using PageImages = QHash<QString, QImage>;
 
-void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file, const ImageSink& sink) {
+QImage readImage(const QString& file) { return blackFirst(QImage(file)); }
+
+void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file, const PageImages* images) {
     if (file.isEmpty()) return;
-    const QImage image = blackFirst(QImage(file));
+    const QImage image = images ? images->value(file) : readImage(file);
     if (image.isNull()) return;
     const QRectF rect = units(mmRect);
     const double scale = std::min(rect.width() / image.width(), rect.height() / image.height());
     const double width = std::floor(image.width() * scale);
     const double height = std::floor(image.height() * scale);
     const QPointF topLeft(std::round(rect.center().x() - width / 2), std::round(rect.center().y() - height / 2));
-    const QRectF target(topLeft, QSizeF(width, height));
-    if (sink) sink(painter, target, image);
-    else drawImageAt(painter, target, image);
+    drawImageAt(painter, QRectF(topLeft, QSizeF(width, height)), image);
 }
 
 void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame) {
@@ -350,15 +358,15 @@ void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame
     else painter.drawEllipse(units(mmRect));
 }
 
-void drawField(QPainter& painter, const LayoutField& field, const ImageSink& sink) {
+void drawField(QPainter& painter, const LayoutField& field, const PageImages* images) {
     if (!field.visible) return;
     drawFrame(painter, field.rect, field.frame);
     switch (field.kind) {
     case LayoutField::Kind::Group:
-        for (const LayoutField& sub : field.subFields) drawField(painter, sub, sink);
+        for (const LayoutField& sub : field.subFields) drawField(painter, sub, images);
         break;
     case LayoutField::Kind::Image:
-        drawImage(painter, field.rect, field.imageFile, sink);
+        drawImage(painter, field.rect, field.imageFile, images);
         break;
     case LayoutField::Kind::Text: {
         const LineDecoration decoration{field.strikeLine, field.strikeWidth, field.underline, field.underlineKind,
@@ -393,71 +401,50 @@ void drawShape(QPainter& painter, const LayoutShape& shape) {
     painter.setBrush(Qt::NoBrush);
 }
 
-void paintPage(QPainter& painter, const LayoutPage& page, const ImageSink& sink) {
+void paintPage(QPainter& painter, const LayoutPage& page, const PageImages* images) {
+    painter.save();
     painter.setRenderHint(QPainter::Antialiasing, true);
     for (const LayoutShape& shape : page.shapes) drawShape(painter, shape);
-    for (const LayoutField& field : page.fields) drawField(painter, field, sink);
+    for (const LayoutField& field : page.fields) drawField(painter, field, images);
+    painter.restore();
+}
+
+// The layout's units scaled to the device's pixels. Text is measured and set
+// on the device itself: its fonts are sized in pixels of the layout, so the
+// lines break and shrink alike on every device.
+void drawScaled(QPainter& painter, const LayoutPage& page, const PageImages* images, double devicePixelsPerMm) {
+    painter.save();
+    painter.scale(devicePixelsPerMm / layoutUnitsPerMm, devicePixelsPerMm / layoutUnitsPerMm);
+    paintPage(painter, page, images);
+    painter.restore();
+}
+
+void collectImages(const LayoutField& field, PageImages& images) {
+    if (!field.visible) return;
+    if (field.kind == LayoutField::Kind::Group)
+        for (const LayoutField& sub : field.subFields) collectImages(sub, images);
+    else if (field.kind == LayoutField::Kind::Image && !field.imageFile.isEmpty() && !images.contains(field.imageFile))
+        images.insert(field.imageFile, readImage(field.imageFile));
 }
 
 }  // namespace
 
 void paintLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber) {
-    const LayoutPage& page = document.page(pageNumber);
-    painter.save();
-    paintPage(painter, page, {});
-    painter.restore();
+    paintPage(painter, document.page(pageNumber), nullptr);
+}
+
+void drawLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber, double devicePixelsPerMm) {
+    drawScaled(painter, document.page(pageNumber), nullptr, devicePixelsPerMm);
 }
 
 RecordedPage recordLayoutPage(const LayoutDocument& document, int pageNumber) {
-    RecordedPage page;
-    page.paperMm = document.paperSize();
-    const QRect bounds(0, 0, static_cast<int>(units(page.paperMm.width())),
-                       static_cast<int>(units(page.paperMm.height())));
-    page.pictures.reserve(8);
-    page.pictures.emplace_back();
-    QPainter painter(&page.pictures.back());
-    // An image ends the picture it would have gone into; the drawing goes on
-    // in a new one. Nothing drawn after an image relies on the painter's
-    // state before it beyond the render hints: every field sets its own pen
-    // and font.
-    const ImageSink sink = [&page, &bounds](QPainter& p, const QRectF& target, const QImage& image) {
-        const QPainter::RenderHints hints = p.renderHints();
-        p.end();
-        page.pictures.back().setBoundingRect(bounds);
-        page.images.push_back({image, target});
-        page.pictures.emplace_back();
-        p.begin(&page.pictures.back());
-        p.setRenderHints(hints);
-    };
-    paintPage(painter, document.page(pageNumber), sink);
-    painter.end();
-    page.pictures.back().setBoundingRect(bounds);
-    return page;
+    RecordedPage kept{document.page(pageNumber), {}, document.paperSize()};
+    for (const LayoutField& field : kept.page.fields) collectImages(field, kept.images);
+    return kept;
 }
 
 void playRecordedPage(QPainter& painter, const RecordedPage& page, double devicePixelsPerMm) {
-    if (page.pictures.empty()) return;
-    painter.save();
-    // Replaying a picture scales it by the device's resolution over the
-    // picture's own; the page's scale already includes the device's.
-    const QPaintDevice* device = painter.device();
-    const QPicture& first = page.pictures.front();
-    const double sx = devicePixelsPerMm / layoutUnitsPerMm * first.logicalDpiX() / device->logicalDpiX();
-    const double sy = devicePixelsPerMm / layoutUnitsPerMm * first.logicalDpiY() / device->logicalDpiY();
-    painter.scale(sx, sy);
-    for (size_t i = 0; i < page.pictures.size(); ++i) {
-        painter.drawPicture(QPointF(0, 0), page.pictures[i]);
-        if (i < page.images.size()) {
-            // The picture's layout units are the device's pixels at its own
-            // resolution; an image drawn straight needs the same scale.
-            painter.save();
-            painter.scale(static_cast<double>(device->logicalDpiX()) / first.logicalDpiX(),
-                          static_cast<double>(device->logicalDpiY()) / first.logicalDpiY());
-            drawImageAt(painter, page.images[i].rect, page.images[i].image);
-            painter.restore();
-        }
-    }
-    painter.restore();
+    drawScaled(painter, page.page, &page.images, devicePixelsPerMm);
 }
 
 }  // namespace kelvary
