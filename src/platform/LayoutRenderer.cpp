@@ -254,7 +254,9 @@ void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, 
             painter.drawText(letters.translated(layout.font.pixelSize() * kBoldShift, 0),
                              static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
 
-        const double width = line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
+        // Only a line drawn through or under the text needs its measure.
+        const bool decorated = decoration.strike || decoration.underline;
+        const double width = !decorated || line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
         double left = lineRect.left();
         if (style.align == HAlign::Center) left += (lineRect.width() - width) / 2;
         else if (style.align == HAlign::Right) left = lineRect.right() - width;
