@@ -1,6 +1,6 @@
 // Draws layout pages: the form's shapes first, then the fields over them.
 // Fonts are sized in layout units (pixel sizes), not points, so that a page
-// replays at the same size on any device.
+// draws at the same size on any device.
 #include "platform/LayoutRenderer.h"
 
 #include "platform/Fonts.h"
@@ -42,8 +42,7 @@ QFont fontFor(const TextStyle& style, const QString& family) {
     return font;
 }
 
-// A font's metrics on a device of some resolution, and the advances of the
-// characters measured so far. A page has a few dozen fields in a handful of
+// A font's metrics, and the advances of the characters measured so far. A page has a few dozen fields in a handful of
 // fonts and sizes; making the metrics anew for every field, and for every
 // size tried while shrinking one, cost more than drawing the text.
 struct MeasuredFont {
@@ -58,14 +57,15 @@ struct MeasuredFont {
     }
 };
 
-// Metrics depend on the device only through its resolution.
-MeasuredFont& measured(const QFont& font, const QPaintDevice* device) {
-    using Key = std::tuple<QString, int, int, int>;
+// Text is measured at the default resolution, whatever device it goes to, so
+// that lines break and shrink alike on the screen, the printer and the PDF
+// file, and as they always have.
+MeasuredFont& measured(const QFont& font) {
+    using Key = std::tuple<QString, int, int>;
     thread_local std::map<Key, std::unique_ptr<MeasuredFont>> fonts;
-    const int dpi = device ? device->logicalDpiY() : 0;
-    std::unique_ptr<MeasuredFont>& entry = fonts[Key{font.family(), font.pixelSize(), font.weight(), dpi}];
+    std::unique_ptr<MeasuredFont>& entry = fonts[Key{font.family(), font.pixelSize(), font.weight()}];
     if (!entry) {
-        const QFontMetricsF metrics(font, device);
+        const QFontMetricsF metrics(font, nullptr);
         entry = std::make_unique<MeasuredFont>(MeasuredFont{metrics, metrics.lineSpacing(), {}});
     }
     return *entry;
@@ -118,13 +118,13 @@ struct TextLayout {
 // Sets the paragraphs at the font's size. No more than maxLines lines are
 // set: a caller that only asks whether the text fits needs no more.
 TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const QFont& font, double lineHeight,
-                   const QRectF& rect, int indent, const QPaintDevice* device,
+                   const QRectF& rect, int indent,
                    qsizetype maxLines = std::numeric_limits<qsizetype>::max()) {
     TextLayout layout;
     layout.font = font;
     layout.lineHeight = lineHeight;
     layout.indentWidth = indent * font.pixelSize();
-    MeasuredFont& metrics = measured(font, device);
+    MeasuredFont& metrics = measured(font);
     for (const QString& paragraph : paragraphs) {
         if (layout.lines.size() >= maxLines) break;
         if (style.wrap)
@@ -136,10 +136,10 @@ TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const 
     return layout;
 }
 
-bool insideBox(const TextLayout& layout, const QRectF& rect, const QPaintDevice* device) {
+bool insideBox(const TextLayout& layout, const QRectF& rect) {
     // A single line may stand a little taller than a low box: it is centred on it.
     if (layout.lines.size() > 1 && layout.lineHeight * layout.lines.size() > rect.height() + 0.5) return false;
-    const QFontMetricsF& metrics = measured(layout.font, device).metrics;
+    const QFontMetricsF& metrics = measured(layout.font).metrics;
     const double width = rect.width() - layout.indentWidth;
     for (const QString& line : layout.lines)
         if (metrics.horizontalAdvance(line) > width + 0.5) return false;
@@ -155,7 +155,7 @@ constexpr double kSmallestFieldPoints = 4.0;
 // digits is never drawn over the form's rules or off the paper. Lines keep
 // their pitch in proportion to the size.
 TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont& font, double lineHeight,
-                        const QRectF& rect, int indent, const QPaintDevice* device) {
+                        const QRectF& rect, int indent) {
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
     // Enough lines to overflow any box: one more than fit at the smallest size.
     const int layoutSize = font.pixelSize();
@@ -169,35 +169,34 @@ TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont
     const auto at = [&](int pixelSize, qsizetype maxLines) {
         QFont sized = font;
         sized.setPixelSize(pixelSize);
-        return setText(paragraphs, style, sized, lineHeight * pixelSize / font.pixelSize(), rect, indent, device,
-                       maxLines);
+        return setText(paragraphs, style, sized, lineHeight * pixelSize / font.pixelSize(), rect, indent, maxLines);
     };
     TextLayout best = at(layoutSize, cap);
-    if (insideBox(best, rect, device)) return best;
+    if (insideBox(best, rect)) return best;
     // The largest size that fits, between the smallest and the layout's own.
     int low = smallest;
     int high = layoutSize - 1;
     if (!style.wrap) {
         // Unwrapped lines shrink in proportion to the size: one measure gives
         // the answer, so a very long text is not measured again and again.
-        const QFontMetricsF& metrics = measured(font, device).metrics;
+        const QFontMetricsF& metrics = measured(font).metrics;
         double widest = 0;
         for (const QString& line : best.lines) widest = std::max(widest, metrics.horizontalAdvance(line));
         double scale = widest > 0 ? (rect.width() - best.indentWidth) / widest : 1.0;
         if (best.lines.size() > 1) scale = std::min(scale, rect.height() / (lineHeight * best.lines.size()));
         high = std::clamp(static_cast<int>(std::floor(layoutSize * scale)), low, high);
-        while (high > low && !insideBox(at(high, cap), rect, device)) --high;
+        while (high > low && !insideBox(at(high, cap), rect)) --high;
         low = high;
     }
     best = at(low, cap);
-    if (!insideBox(best, rect, device)) {
+    if (!insideBox(best, rect)) {
         best.clipped = true;
         return best;
     }
     while (low < high) {
         const int middle = (low + high + 1) / 2;
         TextLayout trial = at(middle, cap);
-        if (insideBox(trial, rect, device)) {
+        if (insideBox(trial, rect)) {
             low = middle;
             best = std::move(trial);
         } else {
@@ -215,9 +214,9 @@ struct LineDecoration {
     double underlineWidth = 0;
 };
 
-double naturalLineHeight(const TextStyle& style, const QFont& font, const QPaintDevice* device) {
+double naturalLineHeight(const TextStyle& style, const QFont& font) {
     return style.lineHeight > 0 ? units(style.lineHeight)
-                                : measured(font, device).lineSpacing;
+                                : measured(font).lineSpacing;
 }
 
 void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, const TextStyle& style,
@@ -226,7 +225,7 @@ void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, 
     if (layout.clipped) painter.setClipRect(rect);
     painter.setFont(layout.font);
     painter.setPen(Qt::black);
-    const QFontMetricsF& metrics = measured(layout.font, painter.device()).metrics;
+    const QFontMetricsF& metrics = measured(layout.font).metrics;
     const double lineHeight = layout.lineHeight;
     const double total = lineHeight * layout.lines.size();
     double y = rect.top();
@@ -291,8 +290,7 @@ void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, cons
     const QRectF rect = units(mmRect);
     const QFont font = fontFor(style, QString());
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
-    const TextLayout layout = setText(text.split(lineBreak), style, font, naturalLineHeight(style, font, painter.device()),
-                                      rect, 0, painter.device());
+    const TextLayout layout = setText(text.split(lineBreak), style, font, naturalLineHeight(style, font), rect, 0);
     drawLines(painter, rect, layout, style, {});
 }
 
@@ -301,8 +299,7 @@ void drawFieldText(QPainter& painter, const LayoutField& field, const LineDecora
     const QRectF rect = units(field.rect);
     const QFont font = fontFor(field.style, field.fontName);
     const TextLayout layout = fitFieldText(field.text, field.style, font,
-                                           naturalLineHeight(field.style, font, painter.device()), rect, field.indent,
-                                           painter.device());
+                                           naturalLineHeight(field.style, font), rect, field.indent);
     drawLines(painter, rect, layout, field.style, decoration);
 }
 
@@ -411,9 +408,7 @@ void paintPage(QPainter& painter, const LayoutPage& page, const PageImages* imag
     painter.restore();
 }
 
-// The layout's units scaled to the device's pixels. Text is measured and set
-// on the device itself: its fonts are sized in pixels of the layout, so the
-// lines break and shrink alike on every device.
+// The layout's units scaled to the device's pixels.
 void drawScaled(QPainter& painter, const LayoutPage& page, const PageImages* images, double devicePixelsPerMm) {
     painter.save();
     painter.scale(devicePixelsPerMm / layoutUnitsPerMm, devicePixelsPerMm / layoutUnitsPerMm);
