@@ -84,9 +84,9 @@ const char* kLayeredPage = R"({"paper": "A4", "pages": [{"items": [
         {"type": "field", "name": "Caption", "x": 0, "y": 52, "w": 60, "h": 8, "size": 9}]},
     {"type": "field", "name": "After", "x": 20, "y": 110, "w": 170, "h": 20, "size": 11, "wrap": true}]}]})";
 
-// The page as it was written before images were kept beside the recorded
-// drawing: one picture with the images inside, replayed onto a writer set up
-// as the PDF files are.
+// The page as files were written while pages were recorded as pictures and
+// replayed: one picture with the images inside, replayed by Qt onto a writer
+// set up as the PDF files are.
 void writeAsOnePicture(const LayoutDocument& doc, const QString& path) {
     QPicture picture;
     QPainter recorder(&picture);
