@@ -139,10 +139,17 @@ TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const 
 bool insideBox(const TextLayout& layout, const QRectF& rect) {
     // A single line may stand a little taller than a low box: it is centred on it.
     if (layout.lines.size() > 1 && layout.lineHeight * layout.lines.size() > rect.height() + 0.5) return false;
-    const QFontMetricsF& metrics = measured(layout.font).metrics;
-    const double width = rect.width() - layout.indentWidth;
-    for (const QString& line : layout.lines)
-        if (metrics.horizontalAdvance(line) > width + 0.5) return false;
+    MeasuredFont& font = measured(layout.font);
+    const double width = rect.width() - layout.indentWidth + 0.5;
+    const double em = layout.font.pixelSize();
+    for (const QString& line : layout.lines) {
+        // As in wrapping, a line whose characters' own advances stay an em
+        // short of the width fits without measuring the line itself.
+        double estimate = 0;
+        for (const QChar c : line) estimate += font.advance(c);
+        if (estimate + em <= width) continue;
+        if (font.metrics.horizontalAdvance(line) > width) return false;
+    }
     return true;
 }
 
