@@ -57,7 +57,7 @@ const LayoutDocument* filledQrPage(const BenchHome& home, frmPrintManager& manag
     return manager.document();
 }
 
-void BM_RenderQrPage(benchmark::State& state) {
+void BM_FillAndKeepQrPage(benchmark::State& state) {
     BenchHome home;
     const auto symbols = writeSymbols(home);
     frmPrintManager manager;
@@ -103,7 +103,7 @@ void BM_WritePdfFileOfOnePage(benchmark::State& state) {
     }
 }
 
-BENCHMARK(BM_RenderQrPage)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FillAndKeepQrPage)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WritePdfPage)->ArgName("kept")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WritePdfFileOfOnePage)->Unit(benchmark::kMillisecond);
 
