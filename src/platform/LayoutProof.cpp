@@ -32,7 +32,7 @@ void writeLayoutProof(const QString& layoutPath, const QString& pdfPath) {
     PdfFileWriter writer(pdfPath, document.name(), QStringLiteral("kelvary layout proof"));
     for (int p = 1; p <= document.pageCount(); ++p) {
         for (LayoutField& field : document.page(p).fields) nameField(field, QString());
-        writer.addPage(recordLayoutPage(document, p));
+        writer.addPage(document, p);
     }
     writer.commit();
 }

@@ -1,6 +1,6 @@
 // Draws layout pages: the form's shapes first, then the fields over them.
 // Fonts are sized in layout units (pixel sizes), not points, so that a page
-// replays at the same size on any device.
+// draws at the same size on any device.
 #include "platform/LayoutRenderer.h"
 
 #include "platform/Fonts.h"
@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
@@ -43,8 +42,7 @@ QFont fontFor(const TextStyle& style, const QString& family) {
     return font;
 }
 
-// A font's metrics on a device of some resolution, and the advances of the
-// characters measured so far. A page has a few dozen fields in a handful of
+// A font's metrics, and the advances of the characters measured so far. A page has a few dozen fields in a handful of
 // fonts and sizes; making the metrics anew for every field, and for every
 // size tried while shrinking one, cost more than drawing the text.
 struct MeasuredFont {
@@ -59,14 +57,15 @@ struct MeasuredFont {
     }
 };
 
-// Metrics depend on the device only through its resolution.
-MeasuredFont& measured(const QFont& font, const QPaintDevice* device) {
-    using Key = std::tuple<QString, int, int, int>;
+// Text is measured at the default resolution, whatever device it goes to, so
+// that lines break and shrink alike on the screen, the printer and the PDF
+// file, and as they always have.
+MeasuredFont& measured(const QFont& font) {
+    using Key = std::tuple<QString, int, int>;
     thread_local std::map<Key, std::unique_ptr<MeasuredFont>> fonts;
-    const int dpi = device ? device->logicalDpiY() : 0;
-    std::unique_ptr<MeasuredFont>& entry = fonts[Key{font.family(), font.pixelSize(), font.weight(), dpi}];
+    std::unique_ptr<MeasuredFont>& entry = fonts[Key{font.family(), font.pixelSize(), font.weight()}];
     if (!entry) {
-        const QFontMetricsF metrics(font, device);
+        const QFontMetricsF metrics(font, nullptr);
         entry = std::make_unique<MeasuredFont>(MeasuredFont{metrics, metrics.lineSpacing(), {}});
     }
     return *entry;
@@ -119,13 +118,13 @@ struct TextLayout {
 // Sets the paragraphs at the font's size. No more than maxLines lines are
 // set: a caller that only asks whether the text fits needs no more.
 TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const QFont& font, double lineHeight,
-                   const QRectF& rect, int indent, const QPaintDevice* device,
+                   const QRectF& rect, int indent,
                    qsizetype maxLines = std::numeric_limits<qsizetype>::max()) {
     TextLayout layout;
     layout.font = font;
     layout.lineHeight = lineHeight;
     layout.indentWidth = indent * font.pixelSize();
-    MeasuredFont& metrics = measured(font, device);
+    MeasuredFont& metrics = measured(font);
     for (const QString& paragraph : paragraphs) {
         if (layout.lines.size() >= maxLines) break;
         if (style.wrap)
@@ -137,13 +136,20 @@ TextLayout setText(const QStringList& paragraphs, const TextStyle& style, const 
     return layout;
 }
 
-bool insideBox(const TextLayout& layout, const QRectF& rect, const QPaintDevice* device) {
+bool insideBox(const TextLayout& layout, const QRectF& rect) {
     // A single line may stand a little taller than a low box: it is centred on it.
     if (layout.lines.size() > 1 && layout.lineHeight * layout.lines.size() > rect.height() + 0.5) return false;
-    const QFontMetricsF& metrics = measured(layout.font, device).metrics;
-    const double width = rect.width() - layout.indentWidth;
-    for (const QString& line : layout.lines)
-        if (metrics.horizontalAdvance(line) > width + 0.5) return false;
+    MeasuredFont& font = measured(layout.font);
+    const double width = rect.width() - layout.indentWidth + 0.5;
+    const double em = layout.font.pixelSize();
+    for (const QString& line : layout.lines) {
+        // As in wrapping, a line whose characters' own advances stay an em
+        // short of the width fits without measuring the line itself.
+        double estimate = 0;
+        for (const QChar c : line) estimate += font.advance(c);
+        if (estimate + em <= width) continue;
+        if (font.metrics.horizontalAdvance(line) > width) return false;
+    }
     return true;
 }
 
@@ -156,7 +162,7 @@ constexpr double kSmallestFieldPoints = 4.0;
 // digits is never drawn over the form's rules or off the paper. Lines keep
 // their pitch in proportion to the size.
 TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont& font, double lineHeight,
-                        const QRectF& rect, int indent, const QPaintDevice* device) {
+                        const QRectF& rect, int indent) {
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
     // Enough lines to overflow any box: one more than fit at the smallest size.
     const int layoutSize = font.pixelSize();
@@ -170,35 +176,34 @@ TextLayout fitFieldText(const QString& text, const TextStyle& style, const QFont
     const auto at = [&](int pixelSize, qsizetype maxLines) {
         QFont sized = font;
         sized.setPixelSize(pixelSize);
-        return setText(paragraphs, style, sized, lineHeight * pixelSize / font.pixelSize(), rect, indent, device,
-                       maxLines);
+        return setText(paragraphs, style, sized, lineHeight * pixelSize / font.pixelSize(), rect, indent, maxLines);
     };
     TextLayout best = at(layoutSize, cap);
-    if (insideBox(best, rect, device)) return best;
+    if (insideBox(best, rect)) return best;
     // The largest size that fits, between the smallest and the layout's own.
     int low = smallest;
     int high = layoutSize - 1;
     if (!style.wrap) {
         // Unwrapped lines shrink in proportion to the size: one measure gives
         // the answer, so a very long text is not measured again and again.
-        const QFontMetricsF& metrics = measured(font, device).metrics;
+        const QFontMetricsF& metrics = measured(font).metrics;
         double widest = 0;
         for (const QString& line : best.lines) widest = std::max(widest, metrics.horizontalAdvance(line));
         double scale = widest > 0 ? (rect.width() - best.indentWidth) / widest : 1.0;
         if (best.lines.size() > 1) scale = std::min(scale, rect.height() / (lineHeight * best.lines.size()));
         high = std::clamp(static_cast<int>(std::floor(layoutSize * scale)), low, high);
-        while (high > low && !insideBox(at(high, cap), rect, device)) --high;
+        while (high > low && !insideBox(at(high, cap), rect)) --high;
         low = high;
     }
     best = at(low, cap);
-    if (!insideBox(best, rect, device)) {
+    if (!insideBox(best, rect)) {
         best.clipped = true;
         return best;
     }
     while (low < high) {
         const int middle = (low + high + 1) / 2;
         TextLayout trial = at(middle, cap);
-        if (insideBox(trial, rect, device)) {
+        if (insideBox(trial, rect)) {
             low = middle;
             best = std::move(trial);
         } else {
@@ -216,9 +221,9 @@ struct LineDecoration {
     double underlineWidth = 0;
 };
 
-double naturalLineHeight(const TextStyle& style, const QFont& font, const QPaintDevice* device) {
+double naturalLineHeight(const TextStyle& style, const QFont& font) {
     return style.lineHeight > 0 ? units(style.lineHeight)
-                                : measured(font, device).lineSpacing;
+                                : measured(font).lineSpacing;
 }
 
 void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, const TextStyle& style,
@@ -227,7 +232,7 @@ void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, 
     if (layout.clipped) painter.setClipRect(rect);
     painter.setFont(layout.font);
     painter.setPen(Qt::black);
-    const QFontMetricsF& metrics = measured(layout.font, painter.device()).metrics;
+    const QFontMetricsF& metrics = measured(layout.font).metrics;
     const double lineHeight = layout.lineHeight;
     const double total = lineHeight * layout.lines.size();
     double y = rect.top();
@@ -238,15 +243,26 @@ void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, 
     const Qt::Alignment h = style.align == HAlign::Center ? Qt::AlignHCenter
                             : style.align == HAlign::Right ? Qt::AlignRight
                                                            : Qt::AlignLeft;
+    // Letters stand where pages replayed from a recorded picture put them,
+    // as every file made so far has them: the replay sets each line from its
+    // font's ascent rounded to a whole layout unit, under a unit from where
+    // the line itself would set it. A picture being recorded gets that shift
+    // when it is replayed.
+    const double ascent = metrics.ascent();
+    const double letterShift =
+        painter.device()->devType() == QInternal::Picture ? 0.0 : ascent - qRound(ascent);
     for (const QString& line : layout.lines) {
         const QRectF lineRect(rect.left() + layout.indentWidth, y, rect.width() - layout.indentWidth, lineHeight);
+        const QRectF letters = lineRect.translated(0, letterShift);
         painter.setPen(Qt::black);
-        painter.drawText(lineRect, static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
+        painter.drawText(letters, static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
         if (style.bold)
-            painter.drawText(lineRect.translated(layout.font.pixelSize() * kBoldShift, 0),
+            painter.drawText(letters.translated(layout.font.pixelSize() * kBoldShift, 0),
                              static_cast<int>(h | Qt::AlignVCenter) | Qt::TextDontClip, line);
 
-        const double width = line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
+        // Only a line drawn through or under the text needs its measure.
+        const bool decorated = decoration.strike || decoration.underline;
+        const double width = !decorated || line.isEmpty() ? 0 : metrics.horizontalAdvance(line);
         double left = lineRect.left();
         if (style.align == HAlign::Center) left += (lineRect.width() - width) / 2;
         else if (style.align == HAlign::Right) left = lineRect.right() - width;
@@ -281,8 +297,7 @@ void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, cons
     const QRectF rect = units(mmRect);
     const QFont font = fontFor(style, QString());
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
-    const TextLayout layout = setText(text.split(lineBreak), style, font, naturalLineHeight(style, font, painter.device()),
-                                      rect, 0, painter.device());
+    const TextLayout layout = setText(text.split(lineBreak), style, font, naturalLineHeight(style, font), rect, 0);
     drawLines(painter, rect, layout, style, {});
 }
 
@@ -291,8 +306,7 @@ void drawFieldText(QPainter& painter, const LayoutField& field, const LineDecora
     const QRectF rect = units(field.rect);
     const QFont font = fontFor(field.style, field.fontName);
     const TextLayout layout = fitFieldText(field.text, field.style, font,
-                                           naturalLineHeight(field.style, font, painter.device()), rect, field.indent,
-                                           painter.device());
+                                           naturalLineHeight(field.style, font), rect, field.indent);
     drawLines(painter, rect, layout, field.style, decoration);
 }
 
@@ -324,22 +338,22 @@ void drawImageAt(QPainter& painter, const QRectF& target, const QImage& image) {
     painter.restore();
 }
 
-// Where the images of a page go: straight onto the painter, or, while a page
-// is recorded, beside its pictures.
-using ImageSink = std::function<void(QPainter&, const QRectF&, const QImage&)>;
+// The images of a kept page by file, or nullptr to read each file as it is
+// drawn.
+using PageImages = QHash<QString, QImage>;
 
-void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file, const ImageSink& sink) {
+QImage readImage(const QString& file) { return blackFirst(QImage(file)); }
+
+void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file, const PageImages* images) {
     if (file.isEmpty()) return;
-    const QImage image = blackFirst(QImage(file));
+    const QImage image = images ? images->value(file) : readImage(file);
     if (image.isNull()) return;
     const QRectF rect = units(mmRect);
     const double scale = std::min(rect.width() / image.width(), rect.height() / image.height());
     const double width = std::floor(image.width() * scale);
     const double height = std::floor(image.height() * scale);
     const QPointF topLeft(std::round(rect.center().x() - width / 2), std::round(rect.center().y() - height / 2));
-    const QRectF target(topLeft, QSizeF(width, height));
-    if (sink) sink(painter, target, image);
-    else drawImageAt(painter, target, image);
+    drawImageAt(painter, QRectF(topLeft, QSizeF(width, height)), image);
 }
 
 void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame) {
@@ -350,15 +364,15 @@ void drawFrame(QPainter& painter, const QRectF& mmRect, LayoutField::Frame frame
     else painter.drawEllipse(units(mmRect));
 }
 
-void drawField(QPainter& painter, const LayoutField& field, const ImageSink& sink) {
+void drawField(QPainter& painter, const LayoutField& field, const PageImages* images) {
     if (!field.visible) return;
     drawFrame(painter, field.rect, field.frame);
     switch (field.kind) {
     case LayoutField::Kind::Group:
-        for (const LayoutField& sub : field.subFields) drawField(painter, sub, sink);
+        for (const LayoutField& sub : field.subFields) drawField(painter, sub, images);
         break;
     case LayoutField::Kind::Image:
-        drawImage(painter, field.rect, field.imageFile, sink);
+        drawImage(painter, field.rect, field.imageFile, images);
         break;
     case LayoutField::Kind::Text: {
         const LineDecoration decoration{field.strikeLine, field.strikeWidth, field.underline, field.underlineKind,
@@ -393,71 +407,48 @@ void drawShape(QPainter& painter, const LayoutShape& shape) {
     painter.setBrush(Qt::NoBrush);
 }
 
-void paintPage(QPainter& painter, const LayoutPage& page, const ImageSink& sink) {
+void paintPage(QPainter& painter, const LayoutPage& page, const PageImages* images) {
+    painter.save();
     painter.setRenderHint(QPainter::Antialiasing, true);
     for (const LayoutShape& shape : page.shapes) drawShape(painter, shape);
-    for (const LayoutField& field : page.fields) drawField(painter, field, sink);
+    for (const LayoutField& field : page.fields) drawField(painter, field, images);
+    painter.restore();
+}
+
+// The layout's units scaled to the device's pixels.
+void drawScaled(QPainter& painter, const LayoutPage& page, const PageImages* images, double devicePixelsPerMm) {
+    painter.save();
+    painter.scale(devicePixelsPerMm / layoutUnitsPerMm, devicePixelsPerMm / layoutUnitsPerMm);
+    paintPage(painter, page, images);
+    painter.restore();
+}
+
+void collectImages(const LayoutField& field, PageImages& images) {
+    if (!field.visible) return;
+    if (field.kind == LayoutField::Kind::Group)
+        for (const LayoutField& sub : field.subFields) collectImages(sub, images);
+    else if (field.kind == LayoutField::Kind::Image && !field.imageFile.isEmpty() && !images.contains(field.imageFile))
+        images.insert(field.imageFile, readImage(field.imageFile));
 }
 
 }  // namespace
 
 void paintLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber) {
-    const LayoutPage& page = document.page(pageNumber);
-    painter.save();
-    paintPage(painter, page, {});
-    painter.restore();
+    paintPage(painter, document.page(pageNumber), nullptr);
+}
+
+void drawLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber, double devicePixelsPerMm) {
+    drawScaled(painter, document.page(pageNumber), nullptr, devicePixelsPerMm);
 }
 
 RecordedPage recordLayoutPage(const LayoutDocument& document, int pageNumber) {
-    RecordedPage page;
-    page.paperMm = document.paperSize();
-    const QRect bounds(0, 0, static_cast<int>(units(page.paperMm.width())),
-                       static_cast<int>(units(page.paperMm.height())));
-    page.pictures.reserve(8);
-    page.pictures.emplace_back();
-    QPainter painter(&page.pictures.back());
-    // An image ends the picture it would have gone into; the drawing goes on
-    // in a new one. Nothing drawn after an image relies on the painter's
-    // state before it beyond the render hints: every field sets its own pen
-    // and font.
-    const ImageSink sink = [&page, &bounds](QPainter& p, const QRectF& target, const QImage& image) {
-        const QPainter::RenderHints hints = p.renderHints();
-        p.end();
-        page.pictures.back().setBoundingRect(bounds);
-        page.images.push_back({image, target});
-        page.pictures.emplace_back();
-        p.begin(&page.pictures.back());
-        p.setRenderHints(hints);
-    };
-    paintPage(painter, document.page(pageNumber), sink);
-    painter.end();
-    page.pictures.back().setBoundingRect(bounds);
-    return page;
+    RecordedPage kept{document.page(pageNumber), {}, document.paperSize()};
+    for (const LayoutField& field : kept.page.fields) collectImages(field, kept.images);
+    return kept;
 }
 
 void playRecordedPage(QPainter& painter, const RecordedPage& page, double devicePixelsPerMm) {
-    if (page.pictures.empty()) return;
-    painter.save();
-    // Replaying a picture scales it by the device's resolution over the
-    // picture's own; the page's scale already includes the device's.
-    const QPaintDevice* device = painter.device();
-    const QPicture& first = page.pictures.front();
-    const double sx = devicePixelsPerMm / layoutUnitsPerMm * first.logicalDpiX() / device->logicalDpiX();
-    const double sy = devicePixelsPerMm / layoutUnitsPerMm * first.logicalDpiY() / device->logicalDpiY();
-    painter.scale(sx, sy);
-    for (size_t i = 0; i < page.pictures.size(); ++i) {
-        painter.drawPicture(QPointF(0, 0), page.pictures[i]);
-        if (i < page.images.size()) {
-            // The picture's layout units are the device's pixels at its own
-            // resolution; an image drawn straight needs the same scale.
-            painter.save();
-            painter.scale(static_cast<double>(device->logicalDpiX()) / first.logicalDpiX(),
-                          static_cast<double>(device->logicalDpiY()) / first.logicalDpiY());
-            drawImageAt(painter, page.images[i].rect, page.images[i].image);
-            painter.restore();
-        }
-    }
-    painter.restore();
+    drawScaled(painter, page.page, &page.images, devicePixelsPerMm);
 }
 
 }  // namespace kelvary

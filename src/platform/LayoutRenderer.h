@@ -1,17 +1,15 @@
-// Drawing a page of a layout document. A page is recorded once, as QPictures
-// in layout units (hundredths of a millimetre) with its images kept beside
-// them, and the same page is replayed on the preview, the printer and the PDF
-// file.
+// Drawing a page of a layout document. Every device gets the same drawing,
+// made straight on its painter: the PDF file as each page is ended, the
+// preview and the printer from the page kept with its data (the preview
+// draws it again whenever it is shown).
 #pragma once
 
 #include "platform/LayoutDocument.h"
 
+#include <QHash>
 #include <QImage>
-#include <QPicture>
-#include <QRectF>
 #include <QSizeF>
-
-#include <vector>
+#include <QString>
 
 class QPainter;
 
@@ -19,19 +17,12 @@ namespace kelvary {
 
 constexpr double layoutUnitsPerMm = 100.0;
 
-// An image of a page, drawn into rect (layout units) as it stands. A picture
-// would keep it as PNG and decode it again at every replay.
-struct RecordedImage {
-    QImage image;
-    QRectF rect;
-};
-
-// An ended page and the paper it belongs on. Its drawing is the pictures and
-// images in turn: pictures[0], images[0], pictures[1], images[1] and so on,
-// so that what lies over an image stays over it.
+// An ended page kept to be drawn later, and the paper it belongs on. Its
+// images are read as the page ends: a symbol file may be written again for a
+// later page before this one is drawn.
 struct RecordedPage {
-    std::vector<QPicture> pictures;
-    std::vector<RecordedImage> images;
+    LayoutPage page;
+    QHash<QString, QImage> images;
     QSizeF paperMm;
 };
 
@@ -39,9 +30,12 @@ struct RecordedPage {
 // be layout units.
 void paintLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber);
 
+// Draws the page at the painter's origin, scaled to the device.
+void drawLayoutPage(QPainter& painter, const LayoutDocument& document, int pageNumber, double devicePixelsPerMm);
+
 RecordedPage recordLayoutPage(const LayoutDocument& document, int pageNumber);
 
-// Replays a recorded page at the painter's origin, scaled to the device.
+// Draws a kept page at the painter's origin, scaled to the device.
 void playRecordedPage(QPainter& painter, const RecordedPage& page, double devicePixelsPerMm);
 
 }  // namespace kelvary

@@ -1,4 +1,4 @@
-// PDF files and print jobs from recorded pages.
+// PDF files and print jobs.
 #include "platform/PageOutput.h"
 
 #include "platform/VbError.h"
@@ -61,9 +61,9 @@ PdfFileWriter::~PdfFileWriter() {
     if (file_) file_->cancelWriting();
 }
 
-void PdfFileWriter::addPage(const RecordedPage& page) {
+double PdfFileWriter::beginPage(const QSizeF& paperMm) {
     if (!writer_) throw VbError(vberr::BadFileMode, QStringLiteral("PDFファイルは既に閉じられています。"));
-    writer_->setPageLayout(layoutFor(page.paperMm));
+    writer_->setPageLayout(layoutFor(paperMm));
     if (!painter_) {
         painter_ = std::make_unique<QPainter>();
         if (!painter_->begin(writer_.get()))
@@ -71,8 +71,18 @@ void PdfFileWriter::addPage(const RecordedPage& page) {
     } else {
         writer_->newPage();
     }
-    playRecordedPage(*painter_, page, pixelsPerMm(*writer_, page.paperMm));
     ++pages_;
+    return pixelsPerMm(*writer_, paperMm);
+}
+
+void PdfFileWriter::addPage(const LayoutDocument& document, int pageNumber) {
+    const double scale = beginPage(document.paperSize());
+    drawLayoutPage(*painter_, document, pageNumber, scale);
+}
+
+void PdfFileWriter::addPage(const RecordedPage& page) {
+    const double scale = beginPage(page.paperMm);
+    playRecordedPage(*painter_, page, scale);
 }
 
 void PdfFileWriter::commit() {

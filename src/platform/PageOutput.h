@@ -1,5 +1,5 @@
-// Where recorded pages go: a PDF file, written beside its target and moved
-// into place only when complete, or a printer.
+// Where pages go: a PDF file, written beside its target and moved into place
+// only when complete, or a printer.
 #pragma once
 
 #include "platform/LayoutRenderer.h"
@@ -28,6 +28,8 @@ public:
     PdfFileWriter(const PdfFileWriter&) = delete;
     PdfFileWriter& operator=(const PdfFileWriter&) = delete;
 
+    // A page of the open document, drawn into the file as it stands.
+    void addPage(const LayoutDocument& document, int pageNumber);
     void addPage(const RecordedPage& page);
     int pageCount() const { return pages_; }
     const QString& path() const { return path_; }
@@ -37,6 +39,9 @@ public:
     void commit();
 
 private:
+    // Starts a page on that paper; returns the device's pixels per millimetre.
+    double beginPage(const QSizeF& paperMm);
+
     QString path_;
     std::unique_ptr<QSaveFile> file_;
     std::unique_ptr<QPdfWriter> writer_;

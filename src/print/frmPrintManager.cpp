@@ -191,7 +191,7 @@ void frmPrintManager::EndPage(bool problemMark) {
                 // After the first page that failed, the file is given up: the
                 // pages after it are not tried, so the fault is told once.
                 try {
-                    mPdf->addPage(recordLayoutPage(*mDocument, p));
+                    mPdf->addPage(*mDocument, p);
                 } catch (...) {
                     // A page missing from the file: the file is not written.
                     mblnOutputFailed = true;

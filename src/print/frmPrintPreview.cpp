@@ -1,5 +1,5 @@
 // The preview window: the toolbar's buttons in their order with their
-// tooltips, and a page view that replays the recorded page at the zoom.
+// tooltips, and a page view that draws the kept page at the zoom.
 #include "print/frmPrintPreview.h"
 
 #include "startup/mdlFunctionStandard.h"
@@ -22,7 +22,7 @@
 
 namespace kelvary {
 
-// Paints one recorded page on white paper at the chosen zoom.
+// Paints one kept page on white paper at the chosen zoom.
 class PreviewPageView : public QWidget {
 public:
     explicit PreviewPageView(QWidget* parent) : QWidget(parent) {}
