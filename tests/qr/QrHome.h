@@ -13,26 +13,12 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 
 #include <gtest/gtest.h>
 
 namespace kelvary::test {
-
-// What zbar reads from an image: the symbol's bytes as they were encoded.
-inline QByteArray zbarDecode(const QString& imagePath) {
-    QProcess zbar;
-    zbar.start(QStringLiteral("zbarimg"), zbarQrOnly() << QStringLiteral("--raw") << QStringLiteral("-q")
-                                                       << QStringLiteral("-Sbinary") << imagePath);
-    if (!zbar.waitForFinished(60000)) {
-        zbar.kill();
-        zbar.waitForFinished();
-        return QByteArray("<zbarimg did not finish>");
-    }
-    return zbar.readAllStandardOutput();
-}
 
 class QrHome : public ConnectedHome {
 public:

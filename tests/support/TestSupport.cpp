@@ -19,6 +19,18 @@ QByteArray hexBytes(const char* hex) {
     return QByteArray::fromHex(digits);
 }
 
+QByteArray zbarDecode(const QString& imagePath) {
+    QProcess zbar;
+    zbar.start(QStringLiteral("zbarimg"),
+               zbarQrOnly() << QStringLiteral("--raw") << QStringLiteral("-q") << QStringLiteral("-Sbinary") << imagePath);
+    if (!zbar.waitForFinished(60000)) {
+        zbar.kill();
+        zbar.waitForFinished();
+        return QByteArray("<zbarimg did not finish>");
+    }
+    return zbar.readAllStandardOutput();
+}
+
 QByteArray readFile(const QString& path) {
     QFile in(path);
     return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();

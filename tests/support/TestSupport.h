@@ -25,6 +25,9 @@ inline QStringList zbarQrOnly() {
     return {QStringLiteral("-Sdisable"), QStringLiteral("-Sqrcode.enable")};
 }
 
+// What zbar reads from an image: the symbol's bytes as they were encoded.
+QByteArray zbarDecode(const QString& imagePath);
+
 // A file's bytes (empty when it cannot be read), and writing them.
 QByteArray readFile(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);
