@@ -42,6 +42,41 @@ void writeFile(const QString& path, const QByteArray& bytes) {
     ASSERT_EQ(out.write(bytes), bytes.size()) << path.toStdString();
 }
 
+QString unescaped(const QString& text) {
+    QString out;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != QLatin1Char('\\') || i + 1 == text.size()) {
+            out += text[i];
+            continue;
+        }
+        const QChar e = text[++i];
+        if (e == QLatin1Char('n')) out += QLatin1Char('\n');
+        else if (e == QLatin1Char('r')) out += QLatin1Char('\r');
+        else if (e == QLatin1Char('t')) out += QLatin1Char('\t');
+        else if (e == QLatin1Char('s')) out += QLatin1Char(' ');
+        else if (e == QLatin1Char('x')) {
+            out += QChar(text.mid(i + 1, 2).toInt(nullptr, 16));
+            i += 2;
+        } else out += e;
+    }
+    return out;
+}
+
+QList<QStringList> dataTable(const QString& relative) {
+    QList<QStringList> rows;
+    const QByteArray bytes = readFile(testDataDir() + QLatin1Char('/') + relative);
+    EXPECT_FALSE(bytes.isEmpty()) << relative.toStdString();
+    const QStringList lines = QString::fromUtf8(bytes).split(QLatin1Char('\n'));
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        if (lines[n].trimmed().isEmpty() || lines[n].startsWith(QStringLiteral("# ")) || lines[n] == QStringLiteral("#"))
+            continue;
+        QStringList row{QString::number(n + 1)};
+        for (const QString& field : lines[n].split(QLatin1Char('\t'))) row << unescaped(field);
+        rows << row;
+    }
+    return rows;
+}
+
 QString appDir() { return QStringLiteral(KELVARY_TEST_APP_DIR); }
 QString templateDir() { return QStringLiteral(KELVARY_TEST_TEMPLATE_DIR); }
 QString testDataDir() { return QStringLiteral(KELVARY_TEST_DATA_DIR); }

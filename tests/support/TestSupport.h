@@ -32,6 +32,15 @@ QByteArray zbarDecode(const QString& imagePath);
 QByteArray readFile(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);
 
+// A text of a test data file with \n, \r, \t, \s (a blank), \\ and \xHH
+// (the character U+00HH) read.
+QString unescaped(const QString& text);
+
+// The rows of a table file of tests/data (its path relative to that folder):
+// one row a line, fields separated by tabs and unescaped; blank lines and
+// comment lines ("# " and what follows) left out. Each row starts with its line number.
+QList<QStringList> dataTable(const QString& relative);
+
 // The built program folder (build/app), the untouched template of its data
 // (build/app-template) and the test data folder (tests/data).
 QString appDir();
