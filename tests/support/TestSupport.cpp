@@ -77,6 +77,23 @@ QList<QStringList> dataTable(const QString& relative) {
     return rows;
 }
 
+Variant variantCell(const QString& cell) {
+    const QString kind = cell.section(QLatin1Char(':'), 0, 0);
+    const QString text = cell.section(QLatin1Char(':'), 1);
+    if (cell == QLatin1String("null")) return Variant::null();
+    if (cell == QLatin1String("empty")) return Variant();
+    if (kind == QLatin1String("long")) return Variant::fromLong(text.toInt());
+    if (kind == QLatin1String("integer")) return Variant::fromInteger(static_cast<std::int16_t>(text.toShort()));
+    if (kind == QLatin1String("double")) return Variant(text.toDouble());
+    if (kind == QLatin1String("bool")) return Variant(text == QLatin1String("true"));
+    if (kind == QLatin1String("text")) return Variant(text);
+    if (kind == QLatin1String("currency")) return Variant(Currency::fromDouble(text.toDouble()));
+    if (kind == QLatin1String("date") && text.size() == 10) return Variant(QDate::fromString(text, Qt::ISODate));
+    if (kind == QLatin1String("date")) return Variant(QDateTime::fromString(text, Qt::ISODate));
+    ADD_FAILURE() << "no value kind in " << cell.toStdString();
+    return Variant();
+}
+
 QString appDir() { return QStringLiteral(KELVARY_TEST_APP_DIR); }
 QString templateDir() { return QStringLiteral(KELVARY_TEST_TEMPLATE_DIR); }
 QString testDataDir() { return QStringLiteral(KELVARY_TEST_DATA_DIR); }

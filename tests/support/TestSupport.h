@@ -2,6 +2,8 @@
 // built program as a user would.
 #pragma once
 
+#include "platform/Variant.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -40,6 +42,11 @@ QString unescaped(const QString& text);
 // one row a line, fields separated by tabs and unescaped; blank lines and
 // comment lines ("# " and what follows) left out. Each row starts with its line number.
 QList<QStringList> dataTable(const QString& relative);
+
+// A value written in a table cell as kind:text — long:1, integer:1,
+// double:1.5, bool:true, text:…, date:2008-04-01, date:2019-05-01T01:00:00,
+// currency:0.5 — or null, or empty.
+Variant variantCell(const QString& cell);
 
 // The built program folder (build/app), the untouched template of its data
 // (build/app-template) and the test data folder (tests/data).
