@@ -54,9 +54,10 @@ QString unescaped(const QString& text) {
         else if (e == QLatin1Char('r')) out += QLatin1Char('\r');
         else if (e == QLatin1Char('t')) out += QLatin1Char('\t');
         else if (e == QLatin1Char('s')) out += QLatin1Char(' ');
-        else if (e == QLatin1Char('x')) {
-            out += QChar(text.mid(i + 1, 2).toInt(nullptr, 16));
-            i += 2;
+        else if (e == QLatin1Char('x') || e == QLatin1Char('u')) {
+            const int digits = e == QLatin1Char('x') ? 2 : 4;
+            out += QChar(text.mid(i + 1, digits).toInt(nullptr, 16));
+            i += digits;
         } else out += e;
     }
     return out;

@@ -34,8 +34,8 @@ QByteArray zbarDecode(const QString& imagePath);
 QByteArray readFile(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);
 
-// A text of a test data file with \n, \r, \t, \s (a blank), \\ and \xHH
-// (the character U+00HH) read.
+// A text of a test data file with \n, \r, \t, \s (a blank), \\, \xHH
+// (the character U+00HH, or the byte HH where bytes are meant) and \uHHHH read.
 QString unescaped(const QString& text);
 
 // The rows of a table file of tests/data (its path relative to that folder):
