@@ -263,6 +263,10 @@ void Player::step(const QString& line) {
         const qsizetype at = content.indexOf(bytes(second));
         ASSERT_GE(at, 0) << line.toStdString();
         writeFile(path(first), content.remove(at, content.indexOf('\n', at) - at + 1));
+    } else if (verb == QLatin1String("remove-ending")) {
+        QByteArray content = readFile(path(first));
+        ASSERT_TRUE(content.endsWith(bytes(second))) << line.toStdString();
+        writeFile(path(first), content.left(content.size() - bytes(second).size()));
     } else if (verb == QLatin1String("cut")) {
         // The first half, or up to the last `mark` before `next`.
         const QByteArray whole = readFile(path(first));
@@ -339,6 +343,12 @@ void Player::step(const QString& line) {
         EXPECT_EQ(stderrText, text(rest));
     } else if (verb == QLatin1String("stderr-count")) {
         EXPECT_EQ(stderrText.count(text(second)), first.toInt()) << stderrText.toStdString();
+    } else if (verb == QLatin1String("stderr-lines")) {
+        // The lines that start with the text, in their order.
+        QStringList lines;
+        for (const QString& l : stderrText.split(QLatin1Char('\n')))
+            if (l.startsWith(text(left))) lines << l;
+        EXPECT_EQ(lines, items(right));
     } else if (verb == QLatin1String("reports")) {
         EXPECT_EQ(stderrText.count(QStringLiteral("=== 3 ")), rest.toInt()) << stderrText.toStdString();
     } else if (verb == QLatin1String("boxes")) {
