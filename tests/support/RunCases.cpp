@@ -158,6 +158,7 @@ private:
     std::unique_ptr<QLockFile> lock_;
     // For the next run only.
     QString held_, jetHeld_, cwd_;
+    std::map<QByteArray, QByteArray> env_;
     std::optional<std::pair<Right, QString>> without_;
 };
 
@@ -211,11 +212,22 @@ void Player::run(const QStringList& arguments) {
     std::unique_ptr<JetHeld> jetHeld;
     if (!held_.isEmpty()) held = std::make_unique<SqliteHeld>(path(held_));
     if (!jetHeld_.isEmpty()) jetHeld = std::make_unique<JetHeld>(path(jetHeld_));
+    // The variables of `env`, only while the program runs.
+    std::map<QByteArray, std::optional<QByteArray>> before;
+    for (const auto& [name, value] : env_) {
+        before[name] = qEnvironmentVariableIsSet(name.constData()) ? std::optional(qgetenv(name.constData())) : std::nullopt;
+        qputenv(name.constData(), value);
+    }
     if (without_) {
         last_ = runKelvaryWithout(without_->first, path(without_->second), home_.path(), arguments);
     } else {
         last_ = runKelvary(arguments, 60000, cwd_.isEmpty() ? QString() : path(cwd_));
     }
+    for (const auto& [name, value] : before) {
+        if (value) qputenv(name.constData(), *value);
+        else qunsetenv(name.constData());
+    }
+    env_.clear();
     held_.clear();
     jetHeld_.clear();
     cwd_.clear();
@@ -320,6 +332,8 @@ void Player::step(const QString& line) {
         held_ = rest;
     } else if (verb == QLatin1String("jet-held")) {
         jetHeld_ = rest;
+    } else if (verb == QLatin1String("env")) {
+        env_[rest.section(QLatin1Char('='), 0, 0).toUtf8()] = expand(rest.section(QLatin1Char('='), 1)).toUtf8();
     } else if (verb == QLatin1String("cwd")) {
         cwd_ = rest;
     } else if (verb == QLatin1String("without-write") || verb == QLatin1String("without-read")) {
@@ -349,6 +363,10 @@ void Player::step(const QString& line) {
         for (const QString& l : stderrText.split(QLatin1Char('\n')))
             if (l.startsWith(text(left))) lines << l;
         EXPECT_EQ(lines, items(right));
+    } else if (verb == QLatin1String("stdout-lines")) {
+        // Each of these is a whole line of standard output.
+        const QStringList lines = last_.standardOutput.split(QLatin1Char('\n'));
+        for (const QString& item : items(rest)) EXPECT_TRUE(lines.contains(item)) << item.toStdString() << "\n" << last_.standardOutput.toStdString();
     } else if (verb == QLatin1String("reports")) {
         EXPECT_EQ(stderrText.count(QStringLiteral("=== 3 ")), rest.toInt()) << stderrText.toStdString();
     } else if (verb == QLatin1String("boxes")) {
