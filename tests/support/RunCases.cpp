@@ -125,6 +125,30 @@ QByteArray decodedSymbols(const QString& temp, const QString& pattern) {
     return all;
 }
 
+// Whether a word lies inside the box (millimetres), give or take the font's
+// ascent above the glyphs that pdftotext counts in.
+::testing::AssertionResult inside(const PdfWord& w, const QStringList& box) {
+    const double slack = 1.0;
+    const double left = mmToPt(box[0].toDouble()), top = mmToPt(box[1].toDouble());
+    const double right = mmToPt(box[2].toDouble()), bottom = mmToPt(box[3].toDouble());
+    if (w.xMin >= left - slack && w.xMax <= right + slack && w.yMin >= top - slack && w.yMax <= bottom + slack)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << w.text.toStdString() << " at " << w.xMin << "," << w.yMin << "-" << w.xMax
+                                         << "," << w.yMax << " pt, outside " << box.join(QLatin1Char(',')).toStdString()
+                                         << " mm";
+}
+
+// "WORD" or "WORD#N": the first or the N-th word of exactly that text.
+const PdfWord* wordNamed(const QList<PdfWord>& words, const QString& name) {
+    static const QRegularExpression numbered(QStringLiteral("^(.*)#(\\d+)$"));
+    const auto m = numbered.match(name);
+    const QString text = m.hasMatch() ? m.captured(1) : name;
+    int wanted = m.hasMatch() ? m.captured(2).toInt() : 1;
+    for (const PdfWord& w : words)
+        if (w.text == text && --wanted == 0) return &w;
+    return nullptr;
+}
+
 class Player {
 public:
     void step(const QString& line);
@@ -270,6 +294,17 @@ void Player::step(const QString& line) {
         const qsizetype at = content.indexOf(from);
         ASSERT_GE(at, 0) << from.toStdString() << " not in " << file.toStdString();
         writeFile(path(file), content.replace(at, from.size(), bytes(right)));
+    } else if (verb == QLatin1String("set-record")) {
+        // The value of the record "KEY", of an application file, made TEXT.
+        const QString file = first;
+        const QString key = second.section(QLatin1Char(' '), 0, 0);
+        QByteArray content = readFile(path(file));
+        const QByteArray opening = "\n\"" + key.toLatin1() + "\",";
+        const qsizetype at = content.indexOf(opening);
+        ASSERT_GE(at, 0) << line.toStdString();
+        const qsizetype start = at + opening.size();
+        content.replace(start, content.indexOf(',', start) - start, '"' + bytes(second.section(QLatin1Char(' '), 1)) + '"');
+        writeFile(path(file), content);
     } else if (verb == QLatin1String("remove-line")) {
         QByteArray content = readFile(path(first));
         const qsizetype at = content.indexOf(bytes(second));
@@ -413,6 +448,35 @@ void Player::step(const QString& line) {
         const QString page = pdfText(path(first), second.section(QLatin1Char(' '), 0, 0).toInt());
         EXPECT_EQ(page.contains(text(second.section(QLatin1Char(' '), 1))), verb == QLatin1String("pdf-page-has"))
             << page.toStdString();
+    } else if (verb.startsWith(QLatin1String("pdf-word"))) {
+        // PDF PAGE, then for the words in a box LEFT TOP RIGHT BOTTOM (mm) and
+        // what: every word (pdf-words-in), the lines of a long text, its
+        // words of eight characters or more (pdf-word-pieces-in), or one word
+        // (pdf-word-in); or two words on one line (pdf-words-level A ; B).
+        const QStringList args = second.split(QLatin1Char(' '));
+        const QList<PdfWord> words = pdfWords(path(first), args[0].toInt());
+        ASSERT_FALSE(words.isEmpty()) << line.toStdString();
+        const QString what = text(args.mid(5).join(QLatin1Char(' ')));
+        if (verb == QLatin1String("pdf-words-level")) {
+            const QStringList pair = items(args.mid(1).join(QLatin1Char(' ')));
+            const PdfWord* a = wordNamed(words, pair.value(0));
+            const PdfWord* b = wordNamed(words, pair.value(1));
+            ASSERT_TRUE(a && b) << pdfText(path(first), args[0].toInt()).toStdString();
+            EXPECT_NEAR(a->yMin, b->yMin, 0.5);
+        } else if (verb == QLatin1String("pdf-words-in")) {
+            for (const PdfWord& w : words) EXPECT_TRUE(inside(w, args.mid(1, 4)));
+        } else if (verb == QLatin1String("pdf-word-in")) {
+            const PdfWord* w = wordNamed(words, what);
+            ASSERT_TRUE(w) << pdfText(path(first), args[0].toInt()).toStdString();
+            EXPECT_TRUE(inside(*w, args.mid(1, 4)));
+        } else if (verb == QLatin1String("pdf-word-pieces-in")) {
+            int found = 0;
+            for (const PdfWord& w : words)
+                if (w.text.size() >= 8 && what.contains(w.text) && ++found) EXPECT_TRUE(inside(w, args.mid(1, 4)));
+            EXPECT_GT(found, 0) << line.toStdString();
+        } else {
+            ADD_FAILURE() << "unknown step: " << line.toStdString();
+        }
     } else if (verb == QLatin1String("pdf-same-text")) {
         // The document ID carries the start time of its run; everything else matches.
         static const QRegularExpression id(QStringLiteral("\\[ID\\]\\d+"));
