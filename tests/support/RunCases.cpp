@@ -159,11 +159,10 @@ public:
 private:
     // {home}, {data}, {size:PATH} and {N*TEXT} replaced.
     QString expand(QString text) const;
-    // A case's text with \n, \r, \t, \s (a blank), \\ and \xHH read; its
-    // characters as they are or, for bytes, in CP932 with \xHH as raw bytes.
-    QString text(const QString& raw) const { return QString::fromUtf8(decode(raw, false)); }
-    QByteArray bytes(const QString& raw) const { return decode(raw, true); }
-    QByteArray decode(const QString& raw, bool cp932) const;
+    // A case's text with its escapes read (see unescaped); as bytes, its
+    // characters in CP932 with \xHH as raw bytes.
+    QString text(const QString& raw) const { return unescaped(expand(raw)); }
+    QByteArray bytes(const QString& raw) const;
     QString path(const QString& raw) const {
         const QString p = expand(raw);
         return QDir::isAbsolutePath(p) ? p : home_.file(p);
@@ -198,37 +197,19 @@ QString Player::expand(QString text) const {
     return text;
 }
 
-QByteArray Player::decode(const QString& raw, bool cp932) const {
+QByteArray Player::bytes(const QString& raw) const {
+    // Runs of text between the \xHH escapes, each in CP932.
+    static const QRegularExpression byte(QStringLiteral("\\\\x([0-9A-Fa-f]{2})"));
     const QString t = expand(raw);
     QByteArray out;
-    QString pending;
-    const auto flush = [&] {
-        out += cp932 ? cp932Encode(pending) : pending.toUtf8();
-        pending.clear();
-    };
-    for (qsizetype i = 0; i < t.size(); ++i) {
-        if (t[i] != QLatin1Char('\\') || i + 1 == t.size()) {
-            pending += t[i];
-            continue;
-        }
-        const QChar e = t[++i];
-        if (e == QLatin1Char('n')) pending += QLatin1Char('\n');
-        else if (e == QLatin1Char('r')) pending += QLatin1Char('\r');
-        else if (e == QLatin1Char('t')) pending += QLatin1Char('\t');
-        else if (e == QLatin1Char('s')) pending += QLatin1Char(' ');
-        else if (e == QLatin1Char('x')) {
-            const int code = t.mid(i + 1, 2).toInt(nullptr, 16);
-            i += 2;
-            if (!cp932) {
-                pending += QChar(code);
-                continue;
-            }
-            flush();
-            out += char(code);
-        } else pending += e;
+    qsizetype from = 0;
+    for (auto it = byte.globalMatch(t); it.hasNext();) {
+        const auto m = it.next();
+        out += cp932Encode(unescaped(t.mid(from, m.capturedStart() - from)));
+        out += char(m.captured(1).toInt(nullptr, 16));
+        from = m.capturedEnd();
     }
-    flush();
-    return out;
+    return out + cp932Encode(unescaped(t.mid(from)));
 }
 
 void Player::run(const QStringList& arguments) {
