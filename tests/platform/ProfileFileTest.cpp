@@ -70,7 +70,7 @@ TEST(ProfileFile, EveryCaseOfTheTable) {
             ADD_FAILURE() << "unknown step " << row[1].toStdString();
         }
     }
-    EXPECT_EQ(cases, 12);
+    EXPECT_EQ(cases, 14);
 }
 
 TEST_F(ProfileFileTest, ReadingAMissingFileGivesTheDefaultAndMakesNoFile) {
