@@ -1,8 +1,7 @@
 // Whole runs that meet a fault the case files of tests/data/runs cannot set
-// up: a disk that fills up under the run, and Jet files that must fare as
-// their SQLite twins. Each run must say so in Japanese, answer with its exit
-// status, and leave the user's files byte for byte as they were.
-#include "support/ConnectedHome.h"
+// up: a disk that fills up under the run. Each run must say so in Japanese,
+// answer with its exit status, and leave the user's files byte for byte as
+// they were.
 #include "support/Restricted.h"
 #include "support/TestSupport.h"
 
@@ -68,55 +67,6 @@ const QStringList kUserFilesButThePdf{QStringLiteral("UserData.ini"), QStringLit
 const QStringList kUserFiles = kUserFilesButThePdf + QStringList{QStringLiteral("out.pdf")};
 
 }  // namespace
-
-// A Jet file without one of the tables, and a Jet 3 file of another program
-// with none of them, fare as SQLite files in the same state: the same reports,
-// the same exit status, the same working tables.
-TEST_F(Fault, JetSiblingDatabaseWithoutTablesFaresAsAnSqliteOne) {
-    const QString sibling = file("sample/Ledra.mdb");
-    const QByteArray sqliteSample = readFile(sibling);
-    const auto runOn = [&](const QByteArray& bytes) {
-        writeFile(sibling, bytes);
-        QFile::remove(file("Temp/kelvary.log"));
-        return runKelvary(arguments(pdf()));
-    };
-    const auto workingTables = [&] {
-        return sqlRows(file("SystemData.mdb"), QStringLiteral("SELECT (SELECT COUNT(*) FROM tblIndex) || ',' || "
-                                                              "(SELECT COUNT(*) FROM tmpFSInfoData) || ',' || "
-                                                              "(SELECT COUNT(*) FROM tmpFSItemData) || ',' || "
-                                                              "(SELECT COUNT(*) FROM tmpFSNoteData)"));
-    };
-    struct Case {
-        const char* name;
-        QByteArray jet;
-        bool fromSample;           // the SQLite twin starts as the sample, or empty
-        const char* sqliteScript;  // then this makes it the Jet file's twin
-        const char* missingTable;
-    };
-    const Case cases[] = {
-        {"without T_FSNote", readFile(testDataDir() + QStringLiteral("/jet/Ledra-NoNote.mdb")), true,
-         "DROP TABLE T_FSNote;", "T_FSNote"},
-        {"Jet 3, other tables", readFile(testDataDir() + QStringLiteral("/jet/access/test2V1997.mdb")), false,
-         "CREATE TABLE MSP_PROJECTS (PROJ_ID INTEGER);", "T_MainData"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const QString sqliteTwin = file(QStringLiteral("twin-%1.sqlite").arg(&c - cases));
-        if (c.fromSample) writeFile(sqliteTwin, sqliteSample);
-        sqlExec(sqliteTwin, c.sqliteScript);
-        const ProcessResult fromSqlite = runOn(readFile(sqliteTwin));
-        const QStringList sqliteTables = workingTables();
-        const ProcessResult fromJet = runOn(c.jet);
-        EXPECT_TRUE(fromJet.standardError.contains(QStringLiteral("データベース '") + sibling +
-                                                   QStringLiteral("' にテーブル '") +
-                                                   QString::fromLatin1(c.missingTable) +
-                                                   QStringLiteral("' が見つかりません。")))
-            << fromJet.standardError.toStdString();
-        EXPECT_EQ(fromJet.exitCode, fromSqlite.exitCode);
-        EXPECT_EQ(fromJet.standardError, fromSqlite.standardError);
-        EXPECT_EQ(workingTables(), sqliteTables);
-    }
-}
 
 TEST_F(Fault, PdfOnADiskThatFillsUpIsReportedAndTheEarlierPdfStays) {
     const QString why = fullDiskRunUnavailable();

@@ -24,6 +24,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <tuple>
 
 namespace kelvary::test {
 
@@ -182,6 +183,8 @@ private:
     // For the next run only.
     QString held_, jetHeld_, cwd_;
     std::map<QByteArray, QByteArray> env_;
+    std::tuple<int, QString, QStringList> remembered_;
+    QString rememberedQuery_;
     std::optional<std::pair<Right, QString>> without_;
 };
 
@@ -383,6 +386,17 @@ void Player::step(const QString& line) {
         // Each of these is a whole line of standard output.
         const QStringList lines = last_.standardOutput.split(QLatin1Char('\n'));
         for (const QString& item : items(rest)) EXPECT_TRUE(lines.contains(item)) << item.toStdString() << "\n" << last_.standardOutput.toStdString();
+    } else if (verb == QLatin1String("remember")) {
+        // The run's answer and a query's rows, for a later run to match.
+        remembered_ = {last_.exitCode, stderrText, sqlRows(path(first), expand(second))};
+        rememberedQuery_ = rest;
+    } else if (verb == QLatin1String("same-as-remembered")) {
+        ASSERT_FALSE(rememberedQuery_.isEmpty()) << "nothing remembered";
+        EXPECT_EQ(last_.exitCode, std::get<0>(remembered_));
+        EXPECT_EQ(stderrText, std::get<1>(remembered_));
+        EXPECT_EQ(sqlRows(path(rememberedQuery_.section(QLatin1Char(' '), 0, 0)),
+                          expand(rememberedQuery_.section(QLatin1Char(' '), 1))),
+                  std::get<2>(remembered_));
     } else if (verb == QLatin1String("reports")) {
         EXPECT_EQ(stderrText.count(QStringLiteral("=== 3 ")), rest.toInt()) << stderrText.toStdString();
     } else if (verb == QLatin1String("boxes")) {
