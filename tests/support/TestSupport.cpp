@@ -140,15 +140,6 @@ ScratchHome::ScratchHome() {
     }
 }
 
-QString writeEarlierApplication(const ScratchHome& home) {
-    QByteArray text = readFile(home.file(QStringLiteral("sample/app.dat")));
-    const qsizetype at = text.indexOf("\"EnforceDate\"");
-    if (at >= 0) text.remove(at, text.indexOf('\n', at) - at + 1);
-    const QString path = home.file(QStringLiteral("sample/earlier.dat"));
-    writeFile(path, text);
-    return path;
-}
-
 ProgramFolder::ProgramFolder(const QByteArray& ini) {
     if (!ini.isNull()) writeFile(file(QStringLiteral("UserData.ini")), ini);
     app::setPath(dir_.path());

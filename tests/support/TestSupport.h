@@ -82,11 +82,6 @@ private:
     QTemporaryDir dir_;
 };
 
-// The sample application without its edition record, written beside it as
-// sample/earlier.dat: the 2004-03-01 default applies and the earlier driver,
-// the one that checks each period's statements, prints it. Returns its path.
-QString writeEarlierApplication(const ScratchHome& home);
-
 // An empty program folder of its own, with a UserData.ini of the given text
 // when there is one; the program's folder points at it while it lives.
 class ProgramFolder {
