@@ -78,27 +78,15 @@ TEST_F(SequentialInputTest, Cp932TextIncludingTrailBytesThatLookLikeSigns) {
     EXPECT_EQ(in.input(), Variant(QString(QChar(0xFF5E))));
 }
 
+// The files of tests/data/intake/RefusedFiles.tsv.
 TEST_F(SequentialInputTest, EmptyBinaryCutAndForeignFilesAreRefused) {
-    struct Case {
-        QByteArray bytes;
-        long number;
-        QString says;
-    };
-    const Case cases[] = {
-        {QByteArray(), 62, QStringLiteral("空")},
-        {hexBytes("22 41 22 00 01 02"), 54, QStringLiteral("バイナリ")},
-        // 申請書 in UTF-8 happens to pair up into valid CP932 characters.
-        {hexBytes("22 e7 94 b3 e8 ab 8b e6 9b b8 22 0d 0a"), 54, QStringLiteral("文字コード")},
-        {hexBytes("ef bb bf 22 41 22 0d 0a"), 54, QStringLiteral("UTF-8")},
-        // A lead byte followed by a blank is no CP932 character.
-        {hexBytes("22 82 20 22 0d 0a"), 54, QStringLiteral("文字コード")},
-        // "佐藤 with the second byte of 藤 missing: cut off, not foreign.
-        {hexBytes("22 8d b2 93"), 62, QStringLiteral("途中で切れて")},
-    };
-    for (const Case& c : cases) {
-        const VbError e = openError(write(c.bytes));
-        EXPECT_EQ(e.number(), c.number) << c.bytes.toHex().constData();
-        EXPECT_TRUE(e.description().contains(c.says)) << e.description().toStdString();
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("intake/RefusedFiles.tsv"));
+    ASSERT_EQ(rows.size(), 6);
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 4) << "line " << row[0].toStdString();
+        const VbError e = openError(write(hexBytes(row[1].toLatin1().constData())));
+        EXPECT_EQ(e.number(), row[2].toLong()) << "line " << row[0].toStdString();
+        EXPECT_TRUE(e.description().contains(row[3])) << e.description().toStdString();
     }
 }
 

@@ -81,31 +81,22 @@ TEST_F(Apply2DataTest, TruncatedDocDataCostsTheRowButNotTheUserInfo) {
     EXPECT_TRUE(home.read(QStringLiteral("UserData.ini")).contains("UserID=1234\r\n"));
 }
 
-struct BadColumnName {
-    const char* hex;  // the name's bytes in the file
-    const char16_t* shown;  // as the report names it
-};
-
-void PrintTo(const BadColumnName& name, std::ostream* os) { *os << '[' << name.hex << ']'; }
-
-class BadColumnNameTest : public Apply2DataTest, public ::testing::WithParamInterface<BadColumnName> {};
-
-TEST_P(BadColumnNameTest, IsRefusedBeforeAnySql) {
-    load(kBasicInfo + docData("\"TRName\",\"A\",2\r\n\"" + hexBytes(GetParam().hex) + "\",1,1\r\n"));
-    // Refused by the reader itself: no statement ran, so none failed.
-    EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("mLoadAPData")});
-    const QString named = QStringLiteral("項目名「") + QString::fromUtf16(GetParam().shown) + QStringLiteral("」");
-    EXPECT_TRUE(home.messageTexts().contains(named)) << home.messageTexts().toStdString();
-    EXPECT_EQ(apData("*"), QStringList());
+// The records of tests/data/intake/RefusedRecords.tsv, each reported once
+// where it is refused; the row is not written and no statement ran.
+TEST_F(Apply2DataTest, RefusedRecordsAreNamedBeforeAnySql) {
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("intake/RefusedRecords.tsv"));
+    ASSERT_EQ(rows.size(), 9);
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 4) << "line " << row[0].toStdString();
+        SCOPED_TRACE("RefusedRecords.tsv line " + row[0].toStdString());
+        home.ui().messages.clear();
+        load(kBasicInfo + docData("\"TRName\",\"A\",2\r\n" + row[1].toLatin1() + "\r\n"));
+        EXPECT_EQ(home.errorPlaces(), QStringList{row[2]});
+        EXPECT_TRUE(home.messageTexts().contains(row[3])) << home.messageTexts().toStdString();
+        EXPECT_EQ(apData("*"), QStringList());
+        EXPECT_EQ(home.rows(QStringLiteral("SELECT COUNT(*) FROM tblWork")), QStringList{QStringLiteral("1")});
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Names, BadColumnNameTest,
-    ::testing::Values(BadColumnName{"41 29 20 76 61 6c 75 65 73 28 31 29 3b 2d 2d", u"A) values(1);--"},
-                      BadColumnName{"58 3b 44 52 4f 50 20 54 41 42 4c 45 20 74 62 6c 57 6f 72 6b",
-                                    u"X;DROP TABLE tblWork"},
-                      BadColumnName{"4e 61 6d 65 20 4b 61 6e 61", u"Name Kana"},
-                      BadColumnName{"", u""}));
 
 TEST_F(Apply2DataTest, NumbersAsAJapaneseInputMethodTypesThem) {
     // １２ (82 50 82 51) is 12; a field of one full-width space (81 40) holds nothing.
@@ -116,33 +107,6 @@ TEST_F(Apply2DataTest, NumbersAsAJapaneseInputMethodTypesThem) {
     EXPECT_EQ(home.errorPlaces(), QStringList());
     EXPECT_EQ(apData("typeof(PrefCode1), PrefCode1, ClasCtgr1, LcnsDate1, FType"),
               QStringList{QStringLiteral("integer|12|NULL|NULL|-1000")});
-}
-
-TEST_F(Apply2DataTest, ValuesThatAreNotNumbersOrDatesAreRefusedWithTableColumnAndValue) {
-    struct Case {
-        QByteArray record;
-        QString message;
-    };
-    const Case cases[] = {
-        {"\"PrefCode1\",\"13); DELETE FROM tblWork; --\",1",
-         QStringLiteral("テーブル「tmpAPData」の項目「PrefCode1」の値「13); DELETE FROM tblWork; --」は数値として読めません。")},
-        {"\"PrefCode1\",\"1+1\",1", QStringLiteral("の項目「PrefCode1」の値「1+1」は数値として読めません。")},
-        {"\"ClasCtgr1\",\"(select max(APDataCode) from tmpAPData)\",1",
-         QStringLiteral("の項目「ClasCtgr1」の値「(select max(APDataCode) from tmpAPData)」は数値として読めません。")},
-        {"\"FType\",\"1e999\",1", QStringLiteral("の項目「FType」の値「1e999」は数値として読めません。")},
-        {"\"ApplyDate\",\"2008/04/01# or 1=1 --\",3",
-         QStringLiteral("テーブル「tmpAPData」の項目「ApplyDate」の値「2008/04/01# or 1=1 --」は日付として読めません。")},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.record.toStdString());
-        home.ui().messages.clear();
-        load(kBasicInfo + docData("\"TRName\",\"A\",2\r\n" + c.record + "\r\n"));
-        // Reported once, where the statement would have been built; nothing ran.
-        EXPECT_EQ(home.errorPlaces(), QStringList{QStringLiteral("GetInsertSql")});
-        EXPECT_TRUE(home.messageTexts().contains(c.message)) << home.messageTexts().toStdString();
-        EXPECT_EQ(apData("*"), QStringList());
-        EXPECT_EQ(home.rows(QStringLiteral("SELECT COUNT(*) FROM tblWork")), QStringList{QStringLiteral("1")});
-    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "platform/EraCalendar.h"
 
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <unicode/calendar.h>
 #include <unicode/fieldpos.h>
@@ -18,32 +19,17 @@
 namespace kelvary {
 namespace {
 
-struct EraCase {
-    QDate date;
-    const char* initial;
-    const char* name;
-    int year;
-};
-
+// The boundaries of tests/data/platform/EraCalendar.tsv.
 TEST(EraCalendar, BoundariesOfTheModernEras) {
-    const EraCase cases[] = {
-        {QDate(1868, 9, 8), "M", "明治", 1},
-        {QDate(1912, 7, 29), "M", "明治", 45},
-        {QDate(1912, 7, 30), "T", "大正", 1},
-        {QDate(1926, 12, 24), "T", "大正", 15},
-        {QDate(1926, 12, 25), "S", "昭和", 1},
-        {QDate(1989, 1, 7), "S", "昭和", 64},
-        {QDate(1989, 1, 8), "H", "平成", 1},
-        {QDate(2008, 4, 1), "H", "平成", 20},
-        {QDate(2019, 4, 30), "H", "平成", 31},
-        {QDate(2019, 5, 1), "R", "令和", 1},
-        {QDate(2026, 11, 22), "R", "令和", 8},
-    };
-    for (const EraCase& c : cases) {
-        const JapaneseEra era = japaneseEraOf(c.date);
-        EXPECT_EQ(era.initial, QString::fromUtf8(c.initial)) << c.date.toString(Qt::ISODate).toStdString();
-        EXPECT_EQ(era.name, QString::fromUtf8(c.name)) << c.date.toString(Qt::ISODate).toStdString();
-        EXPECT_EQ(era.year, c.year) << c.date.toString(Qt::ISODate).toStdString();
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("platform/EraCalendar.tsv"));
+    ASSERT_EQ(rows.size(), 11);
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 5) << "line " << row[0].toStdString();
+        SCOPED_TRACE(row[1].toStdString());
+        const JapaneseEra era = japaneseEraOf(QDate::fromString(row[1], Qt::ISODate));
+        EXPECT_EQ(era.initial, row[2]);
+        EXPECT_EQ(era.name, row[3]);
+        EXPECT_EQ(era.year, row[4].toInt());
     }
 }
 

@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include <ostream>
 
 
@@ -35,126 +37,45 @@ protected:
 
     void put(const QByteArray& bytes) const { test::writeFile(path(), bytes); }
 
-    QByteArray bytes() const {
-        QFile file(path());
-        if (!file.open(QIODevice::ReadOnly)) return "<missing>";
-        return file.readAll();
-    }
-
     QString read(const QString& section, const QString& key, const QString& defaultValue = {}) const {
         return readProfileString(path(), section, key, defaultValue);
-    }
-
-    void write(const QString& section, const QString& key, const QString& value) const {
-        writeProfileString(path(), section, key, value);
     }
 
 private:
     QTemporaryDir dir_;
 };
 
-// 山田太郎 in CP932.
-const char* const kYamadaTaro = "8E 52 93 63 91 BE 98 59";
-
-TEST_F(ProfileFileTest, JapaneseValueIsWrittenAsCp932AndOtherLinesKeepTheirBytes) {
-    const QByteArray before =
-        "; installation settings\r\n[System]\r\nShowErrMsg=-1\r\n\r\n[UserInfo]\r\nUserID=12\r\n";
-    put(before);
-
-    write("UserInfo", "UserName", QStringLiteral("山田太郎"));
-
-    EXPECT_EQ(bytes(), before + "UserName=" + hexBytes(kYamadaTaro) + "\r\n");
-    EXPECT_EQ(read("UserInfo", "UserName"), QStringLiteral("山田太郎"));
-    EXPECT_EQ(read("System", "ShowErrMsg"), "-1");
-
-    // Characters where plain Shift_JIS differs from the Windows code page.
-    write("UserInfo", "UserName", QStringLiteral("～－∥"));
-    EXPECT_EQ(bytes(), before + "UserName=" + hexBytes("81 60 81 7C 81 61") + "\r\n");
-    EXPECT_EQ(read("UserInfo", "UserName"), QStringLiteral("～－∥"));
+// The cases of tests/data/platform/ProfileFile.tsv, each in a fresh folder.
+TEST(ProfileFile, EveryCaseOfTheTable) {
+    std::unique_ptr<QTemporaryDir> dir;
+    QString file, name;
+    int cases = 0;
+    for (const QStringList& row : test::dataTable(QStringLiteral("platform/ProfileFile.tsv"))) {
+        SCOPED_TRACE("ProfileFile.tsv line " + row[0].toStdString() + ", case " + name.toStdString());
+        if (row[1] == QLatin1String("case")) {
+            dir = std::make_unique<QTemporaryDir>();
+            file = dir->filePath(QStringLiteral("UserData.ini"));
+            name = row.value(2);
+            ++cases;
+        } else if (row[1] == QLatin1String("put")) {
+            test::writeFile(file, row.value(2).toLatin1());
+        } else if (row[1] == QLatin1String("write")) {
+            writeProfileString(file, row.value(2), row.value(3), row.value(4));
+        } else if (row[1] == QLatin1String("read")) {
+            ASSERT_EQ(row.size(), 6);
+            EXPECT_EQ(readProfileString(file, row[2], row[3], row[4]), row[5]);
+        } else if (row[1] == QLatin1String("bytes")) {
+            EXPECT_EQ(test::readFile(file), row.value(2).toLatin1());
+        } else {
+            ADD_FAILURE() << "unknown step " << row[1].toStdString();
+        }
+    }
+    EXPECT_EQ(cases, 14);
 }
 
-TEST_F(ProfileFileTest, ReplacingAValueChangesOnlyItsLineAndKeepsLineEndings) {
-    put("[UserInfo]\nUserName=old\nUserTel=0312345678\nno equals sign here\n\n[Other]\r\nUserTel=9\r\n");
-
-    write("UserInfo", "UserName", QStringLiteral("山田"));
-    write("UserInfo", "UserTel", "1");
-
-    EXPECT_EQ(bytes(), "[UserInfo]\nUserName=" + hexBytes("8E 52 93 63") +
-                           "\nUserTel=1\nno equals sign here\n\n[Other]\r\nUserTel=9\r\n");
-    EXPECT_EQ(read("Other", "UserTel"), "9");
-}
-
-TEST_F(ProfileFileTest, NewKeyGoesAfterTheLastLineOfItsSectionBeforeSeparatingBlankLines) {
-    put("[System]\r\nShowErrMsg=0\r\n; keep me\r\n\r\n\r\n[UserInfo]\r\nUserID=12\r\n");
-
-    write("System", "Extra", "1");
-
-    EXPECT_EQ(bytes(),
-              "[System]\r\nShowErrMsg=0\r\n; keep me\r\nExtra=1\r\n\r\n\r\n[UserInfo]\r\nUserID=12\r\n");
-}
-
-TEST_F(ProfileFileTest, AnUnterminatedLastLineIsEndedBeforeAnythingIsAdded) {
-    put("[A]\r\nk=1");
-    write("B", "n", "2");
-    EXPECT_EQ(bytes(), "[A]\r\nk=1\r\n[B]\r\nn=2\r\n");
-
-    put("[A]\r\nk=1");
-    write("A", "m", "3");
-    EXPECT_EQ(bytes(), "[A]\r\nk=1\r\nm=3\r\n");
-
-    put("[A]");
-    write("A", "k", "1");
-    EXPECT_EQ(bytes(), "[A]\r\nk=1\r\n");
-
-    put("[A]\r\nk=old");
-    write("A", "k", "new");
-    EXPECT_EQ(bytes(), "[A]\r\nk=new");
-
-    put("[A]\r\n[B]\r\nx=1\r\n");
-    write("A", "k", "1");
-    EXPECT_EQ(bytes(), "[A]\r\nk=1\r\n[B]\r\nx=1\r\n");
-}
-
-TEST_F(ProfileFileTest, NamesMatchRegardlessOfAsciiCaseAndSurroundingBlanks) {
-    put("[userinfo]\r\n   USERNAME   =x\r\n");
-    EXPECT_EQ(read("UserInfo", "UserName"), "x");
-    EXPECT_EQ(read(" UserInfo ", "\tusername "), "x");
-
-    write("USERINFO", "username", "y");
-    EXPECT_EQ(bytes(), "[userinfo]\r\nUSERNAME=y\r\n");
-}
-
-TEST_F(ProfileFileTest, SectionNameWhoseTrailBytesLookLikeBrackets) {
-    // ゾーン = 83 5D 81 5B 83 93: the trail bytes are "]" and "[".
-    put("[" + hexBytes("83 5D 81 5B 83 93") + "]\r\nKey=1\r\n");
-    EXPECT_EQ(read(QStringLiteral("ゾーン"), "Key"), "1");
-
-    write(QStringLiteral("ゾーン"), "Key", "2");
-    EXPECT_EQ(bytes(), "[" + hexBytes("83 5D 81 5B 83 93") + "]\r\nKey=2\r\n");
-}
-
-TEST_F(ProfileFileTest, MissingFileSectionOrKeyGivesTheDefault) {
+TEST_F(ProfileFileTest, ReadingAMissingFileGivesTheDefaultAndMakesNoFile) {
     EXPECT_EQ(read("UserInfo", "UserName"), "");
     EXPECT_FALSE(QFile::exists(path())) << "reading must not create the file";
-
-    put("Orphan=before any section\r\n[UserInfo]\r\nUserName=x\r\nBare\r\n[System]\r\nShowErrMsg=-1\r\n");
-    EXPECT_EQ(read("UserInfo", "ShowErrMsg"), "") << "a key of the next section";
-    EXPECT_EQ(read("UserInfo", "Orphan"), "");
-    EXPECT_EQ(read("UserInfo", "Bare", "d"), "d") << "a line without = is no key";
-}
-
-TEST_F(ProfileFileTest, ValuesAreTrimmedAndSurroundingQuotesRemoved) {
-    put("[S]\r\n"
-        "Plain=  Yamada Taro \t \r\n"
-        "Double=\"  padded  \"\r\n"
-        "Open=\"abc\r\n"
-        "Mixed=\"a'\r\n"
-        "Equals=a=b\r\n");
-    EXPECT_EQ(read("S", "Plain"), "Yamada Taro");
-    EXPECT_EQ(read("S", "Double"), "  padded") << "trailing blanks inside the quotes are cut too";
-    EXPECT_EQ(read("S", "Open"), "\"abc");
-    EXPECT_EQ(read("S", "Mixed"), "\"a'");
-    EXPECT_EQ(read("S", "Equals"), "a=b");
 }
 
 TEST_F(ProfileFileTest, LongValuesAreCutTo1023Bytes) {

@@ -2,6 +2,7 @@
 #include "platform/StrConv.h"
 
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -16,23 +17,17 @@
 namespace kelvary {
 namespace {
 
-QString conv(const char* text, int flags) { return vbStrConv(QString::fromUtf8(text), flags); }
-
-TEST(StrConvWide, HalfWidthKanaJoinsVoicedMarks) {
-    EXPECT_EQ(conv("ｱｲｳｴｵ", vbWide), "アイウエオ");
-    EXPECT_EQ(conv("ｶﾞｷﾞﾀﾞﾊﾞﾊﾟﾎﾟｳﾞ", vbWide), "ガギダバパポヴ");
-    EXPECT_EQ(conv("ﾔﾏﾀﾞｹﾝｾﾂ", vbWide), "ヤマダケンセツ");
-    EXPECT_EQ(conv("ｰ｡｢｣､･", vbWide), "ー。「」、・");
-    // No joined form in the code page: the mark stays a separate spacing mark.
-    EXPECT_EQ(conv("ｷﾟ", vbWide), "キ゜");
-    EXPECT_EQ(conv("ﾜﾞ", vbWide), "ワ゛");
-    EXPECT_EQ(conv("ﾞﾟ", vbWide), "゛゜");
-}
-
-TEST(StrConvLower, LowerCaseAloneAndWithNarrow) {
-    EXPECT_EQ(conv("ABCａＢｃ", vbLowerCase), "abcａｂｃ");
-    EXPECT_EQ(conv("C:\\ＤＡＴＡ\\Ａ.TXT/Ｐ", vbLowerCase + vbNarrow), "c:\\data\\a.txt/p");
-    EXPECT_EQ(conv("　ＡＢ　/１", vbLowerCase + vbNarrow), " ab /1");
+// The texts of tests/data/platform/StrConv.tsv.
+TEST(StrConv, EveryCaseOfTheTable) {
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("platform/StrConv.tsv"));
+    ASSERT_EQ(rows.size(), 10);
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 4) << "line " << row[0].toStdString();
+        const int flags = row[2] == QLatin1String("wide") ? int{vbWide}
+                          : row[2] == QLatin1String("lower") ? int{vbLowerCase}
+                                                             : vbLowerCase + vbNarrow;
+        EXPECT_EQ(vbStrConv(row[1], flags), row[3]) << "StrConv.tsv line " << row[0].toStdString();
+    }
 }
 
 // ICU's own width transliterators with VB's code page 932 differences around

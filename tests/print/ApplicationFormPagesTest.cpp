@@ -9,27 +9,11 @@ namespace {
 
 using test::pdfText;
 
-// A corporation licensed by the governor of Tokyo (general class), with a
-// previous licence of the minister (special class) and three business years.
-constexpr char kApplication[] =
-    "INSERT INTO tmpAPData (APDataCode, MainDataCode, EnforceDate, ApplierColumnName, ApplierColumnAddress, "
-    "ApplierColumnPresident, ContactPosition, ContactName, ContactTel, ContactFax, ApplyDate, PrefCode1, ClasCtgr1, "
-    "LcnsNum1A, LcnsNum1B, LcnsDate1, PrefCode2, ClasCtgr2, LcnsNum2A, LcnsNum2B, LcnsDate2, BaseDate, FYearFrom1, "
-    "FYearTo1, FYearCtgr1A, FYearCtgr1B, FYearFrom2, FYearTo2, FYearCtgr2A, FYearCtgr2B, FYearFrom3, FYearTo3, "
-    "FYearCtgr3A, FYearCtgr3B, Distinction, LastApl, FType, TRNameKana, TRName, PSNameKana, PSName, "
-    "OfficeCityCode, OfficeAddr, OfficeZipCode, OfficeTel, Item01Single, Item03, Remarks) VALUES (1, 1001, "
-    "'2008-04-01', '株式会社ケルバリー建設', '東京都千代田区丸の内一丁目１番１号', '代表取締役　佐藤　一郎', "
-    "'総務部', '鈴木　花子', '03-1234-5678', '03-1234-5679', '2009-07-15', 13, 1, '20', '012345', "
-    "'2008-09-10', 0, 2, '19', '000777', '2003-09-10', '2009-03-31', '2008-04-01', '2009-03-31', 1, 12, "
-    "'2007-04-01', '2008-03-31', 1, 12, '2006-04-01', '2007-03-31', 1, 12, 1, 1, 1, 'ケルバリーケンセツ', "
-    "'株式会社ケルバリー建設', 'サトウ　イチロウ', '佐藤　一郎', '13101', '東京都千代田区丸の内一丁目１番１号', "
-    "'100-0005', '03-1234-5678', 12345, 0, '特になし')";
-
 class ApplicationForm : public test::PageBuilderHome {
 protected:
     void SetUp() override {
         PageBuilderHome::SetUp();
-        home.sqlExec(kApplication);
+        test::sqlExecFile(home.database(), QStringLiteral("print/ApplicationForm.sql"));
         setting("UserName", QStringLiteral("行政書士　田中　次郎"));
         setting("UserAddress", QStringLiteral("東京都港区芝公園一丁目２番３号"));
         setting("UserTel", QStringLiteral("03-9876-5432"));

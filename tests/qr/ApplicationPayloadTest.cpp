@@ -16,16 +16,7 @@ const QString kId = QStringLiteral("0000004220081105143012");
 
 class ApplicationData : public ::testing::Test {
 protected:
-    // Licence numbers 7 / 4321 / Null / "AB", half-width text in the
-    // full-width columns, separators and a two-line remark.
-    void insertApplication() {
-        home.insertApplication(QStringLiteral(
-            "5, 9, '2008-04-01', 'ABC,1', 'Tokyo \"1-2\"', '代表 太郎', '経理部長', '山田,花子', "
-            "'03-1234-5678', NULL, '2008-11-05', 13, 1, '7', '4321', '2006-03-31', 0, 3, NULL, 'AB', "
-            "'2001-04-01', '2008-03-31', '2007-04-01', '2008-03-31', 1, 0, '2006-04-01', '2007-03-31', 1, 1, "
-            "NULL, NULL, 0, NULL, 1, 2, 10, 0, 'ｱｲｳ', '株式会社ＡＢＣ', 'ﾔﾏﾀ', '山田', '13101', '千代田区1-1', "
-            "'100-0001', '03-0000-0000', 1234, 0, -5.5, 1000000, 77, 'line1' || char(13) || char(10) || 'line2', 2"));
-    }
+    void insertApplication() { home.execFile(QStringLiteral("qr/Application.sql")); }
     // A table changed from outside is seen as changed by a new connection.
     static void reopen() { gobjConnection = gobjOpenConnection(); }
     void makeApplication(std::int32_t code) {

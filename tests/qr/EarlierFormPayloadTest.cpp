@@ -20,21 +20,6 @@ QByteArray bytes(const QString& text) { return cp932Encode(text); }
 
 class EarlierForm : public ::testing::Test {
 protected:
-    // An application of the 2006-07 edition: a short licence number to pad,
-    // no second licence, two fiscal years, half-width text in the columns
-    // that are widened, separators in the remark, and the 2008 form's
-    // further amount, which this edition does not carry.
-    void insertApplication(const QString& enforceDate) {
-        home.insertApplication(
-            QStringLiteral(
-                "3, 4, %1, 'Minami Kensetsu 2', '大阪市北区1-2-3', '南 一郎', NULL, '北 二郎', '06-1111-2222', "
-                "'06-1111-3333', '2007-09-10', 27, 2, '3', '98765', '2005-01-20', NULL, NULL, NULL, NULL, NULL, "
-                "'2007-03-31', '2006-04-01', '2007-03-31', 1, 0, '2005-04-01', '2006-03-31', 1, 0, "
-                "NULL, NULL, NULL, NULL, 1, 1, 1, 0, 'ﾐﾅﾐｹﾝｾﾂ', '南建設(株)', 'ﾐﾅﾐ ｲﾁﾛｳ', "
-                "'南 一郎', '27127', '大阪市北区1-2-3', '530-0001', '06-1111-2222', 500, 0, 0, 250, 77, 'a \"b\", c', 1")
-                .arg(enforceDate));
-    }
-
     // Period 21: 41 items (two ZaimuData symbols), one renamed item, one
     // note and one equity row, so that every count of the header differs
     // from its neighbour's default. Its edition code would stand for
@@ -92,7 +77,7 @@ TEST_F(EarlierForm, ApplicationHeaderHasFiveRecordsWithoutAgentFlags) {
 }
 
 TEST_F(EarlierForm, ApplicationSymbolsEndWithTheEnforcementDate) {
-    insertApplication(QStringLiteral("'2006-07-01'"));
+    home.execFile(QStringLiteral("qr/EarlierApplication.sql"));
     qr.MakeAPData(3);
     EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc1")), expectedPayload(QStringLiteral("EarlierApplyDoc1")));
     EXPECT_EQ(home.payload(QStringLiteral("ApplyDoc2")), expectedPayload(QStringLiteral("EarlierApplyDoc2")));

@@ -13,26 +13,12 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 
 #include <gtest/gtest.h>
 
 namespace kelvary::test {
-
-// What zbar reads from an image: the symbol's bytes as they were encoded.
-inline QByteArray zbarDecode(const QString& imagePath) {
-    QProcess zbar;
-    zbar.start(QStringLiteral("zbarimg"), zbarQrOnly() << QStringLiteral("--raw") << QStringLiteral("-q")
-                                                       << QStringLiteral("-Sbinary") << imagePath);
-    if (!zbar.waitForFinished(60000)) {
-        zbar.kill();
-        zbar.waitForFinished();
-        return QByteArray("<zbarimg did not finish>");
-    }
-    return zbar.readAllStandardOutput();
-}
 
 class QrHome : public ConnectedHome {
 public:
@@ -60,19 +46,8 @@ public:
     void exec(const QString& sql) const { test::sqlExec(database(), sql); }
     // Statements on the sibling database the linked master tables read.
     void execSibling(const QString& sql) const { test::sqlExec(siblingDatabase(), sql); }
-    // One application record: values for every [DocData] column the symbols carry, in this order.
-    void insertApplication(const QString& values) const {
-        exec(QStringLiteral(
-                 "INSERT INTO tmpAPData (APDataCode, MainDataCode, EnforceDate, ApplierColumnName, "
-                 "ApplierColumnAddress, ApplierColumnPresident, ContactPosition, ContactName, ContactTel, ContactFax, "
-                 "ApplyDate, PrefCode1, ClasCtgr1, LcnsNum1A, LcnsNum1B, LcnsDate1, PrefCode2, ClasCtgr2, LcnsNum2A, "
-                 "LcnsNum2B, LcnsDate2, BaseDate, FYearFrom1, FYearTo1, FYearCtgr1A, FYearCtgr1B, FYearFrom2, "
-                 "FYearTo2, FYearCtgr2A, FYearCtgr2B, FYearFrom3, FYearTo3, FYearCtgr3A, FYearCtgr3B, Distinction, "
-                 "LastApl, FCObgt1, FCObgt2, TRNameKana, TRName, PSNameKana, PSName, OfficeCityCode, OfficeAddr, "
-                 "OfficeZipCode, OfficeTel, Item01Single, Item01Plural, Item02Single, Item02Plural, Item03, Remarks, "
-                 "FType) VALUES (") +
-             values + QLatin1Char(')'));
-    }
+    // Runs a .sql file of tests/data on the working database.
+    void execFile(const QString& relative) const { sqlExecFile(database(), relative); }
     QStringList errorPlaces() { return test::errorPlaces(ui()); }
 };
 

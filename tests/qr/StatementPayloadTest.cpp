@@ -21,30 +21,18 @@ QByteArray bytes(const QString& text) {
 
 class PeriodPayloads : public ::testing::Test {
 protected:
-    // The period's header row; Distinction decides the renamed-item filter.
-    void insertPeriod(int fsDataCode, int distinction, const QString& extra = QString()) {
-        home.exec(
-            QStringLiteral("INSERT INTO tmpFSInfoData (FSDataCode, FYearNumber, FYearFrom, FYearTo, "
-                           "Distinction, TaxType, SideBusinessFlag, TaxFreeFlag, EnforceDate, ApplyerName) "
-                           "VALUES (%1, 12, '2007-04-01', '2008-03-31', %2, 1, 0, 1, '2006-07-01', 'テスト')")
-                .arg(fsDataCode)
-                .arg(distinction) +
-            extra);
+    // The period's header row (Distinction 1), and one of its items.
+    void insertPeriod(int fsDataCode) {
+        home.exec(QStringLiteral("INSERT INTO tmpFSInfoData (FSDataCode, FYearNumber, FYearFrom, FYearTo, Distinction, "
+                                 "TaxType, SideBusinessFlag, TaxFreeFlag, EnforceDate, ApplyerName) "
+                                 "VALUES (%1, 12, '2007-04-01', '2008-03-31', 1, 1, 0, 1, '2006-07-01', 'テスト')")
+                      .arg(fsDataCode));
     }
-    void insertItem(int fsDataCode, int code, const QString& value, int changed = 0, int sort = 0, int id = 0,
-                    const QString& name = QStringLiteral("x"), int doc = 1) {
-        home.exec(QStringLiteral("INSERT INTO tmpFSItemData (ID, FSDataCode, FSItemID, ItemCode, ItemName, "
-                                 "ItemValue, NameChangeFlag, DocCode, SortNumber) VALUES "
-                                 "(%1, %2, %3, %4, '%5', %6, %7, %8, %9)")
-                      .arg(id)
+    void insertItem(int fsDataCode, int code) {
+        home.exec(QStringLiteral("INSERT INTO tmpFSItemData (ID, FSDataCode, FSItemID, ItemCode, ItemName, ItemValue, "
+                                 "NameChangeFlag, DocCode, SortNumber) VALUES (0, %1, 0, %2, 'x', 1000, 0, 1, 0)")
                       .arg(fsDataCode)
-                      .arg(id)
-                      .arg(code)
-                      .arg(name)
-                      .arg(value)
-                      .arg(changed)
-                      .arg(doc)
-                      .arg(sort));
+                      .arg(code));
     }
     clsQRCode_200804& generate(long page, int fsDataCode) {
         qr.setVerifyID(kId);
@@ -57,24 +45,7 @@ protected:
 };
 
 TEST_F(PeriodPayloads, ItemsTakePartByCodeNameChangeOrAmount) {
-    insertPeriod(7, 1);
-    insertItem(7, 100, QStringLiteral("1234567"));
-    insertItem(7, 101, QStringLiteral("-1999"));
-    insertItem(7, 102, QStringLiteral("-999"));
-    insertItem(7, 103, QStringLiteral("0"));
-    insertItem(7, 104, QStringLiteral("0"), 1);
-    insertItem(7, 159, QStringLiteral("0"));
-    insertItem(7, 160, QStringLiteral("0"));
-    insertItem(7, 162, QStringLiteral("0"));
-    insertItem(7, 204, QStringLiteral("NULL"));
-    insertItem(7, 207, QStringLiteral("0"));
-    insertItem(7, 208, QStringLiteral("999"));
-    insertItem(7, 300, QStringLiteral("5000"), 0, 2, 1);
-    insertItem(7, 300, QStringLiteral("7000"), 0, 1, 2);
-    insertItem(7, 9999, QStringLiteral("1000"));
-    insertItem(7, 10000, QStringLiteral("5000"));
-    insertItem(7, 10001, QStringLiteral("0"), 1);
-    insertItem(8, 105, QStringLiteral("9000"));
+    test::sqlExecFile(home.database(), QStringLiteral("qr/ItemsTakePart.sql"));
     generate(0, 7);
     EXPECT_EQ(home.payload(QStringLiteral("ZaimuData0_1")),
               test::expectedPayload(QStringLiteral("ZaimuData_selection")));
@@ -83,21 +54,7 @@ TEST_F(PeriodPayloads, ItemsTakePartByCodeNameChangeOrAmount) {
 }
 
 TEST_F(PeriodPayloads, EquityColumnsAndRowsInTheirOwnForm) {
-    insertPeriod(5, 1);
-    home.exec(QStringLiteral(
-        "INSERT INTO tmpFSCapitalCol (FSDataCode, ColNo, ColName, ItemCode) VALUES (5, 2, '資本金', 301);"
-        "INSERT INTO tmpFSCapitalCol (FSDataCode, ColNo, ColName, ItemCode) VALUES (5, 1, 'A,B', NULL);"
-        "INSERT INTO tmpFSCapitalRow (FSDataCode, RowNo, RowName, ItemCode, ItemType, Capital,"
-        " NewStockProposeDeposit, CapitalReady, CapitalOther, CapitalOtherTotal, BenefitReady,"
-        " BenefitOtherReadyFundSum, BenefitOtherCarryOver, BenefitTotal, SelfStock, SelfStockProposeDeposit,"
-        " CapitalTotal, DiffOtherStock, DiffCarryOverHedge, DiffLand, DiffTotal, NewStockReserve, AssetTotal,"
-        " OtherReady1) VALUES (5, 1, '当期,\"変動\"', NULL, 2, 1234567, NULL, -999, -1999, 1000, 2000, 3000,"
-        " 4000, 5000, -6000, 7000, 8000, 9000, 10000, 11000, 12000, 13000, 14999, 99000);"));
-    for (int row = 2; row <= 11; ++row)
-        home.exec(
-            QStringLiteral("INSERT INTO tmpFSCapitalRow (FSDataCode, RowNo, RowName, ItemCode, ItemType) "
-                           "VALUES (5, %1, 'r%1', 40%1, NULL)")
-                .arg(row));
+    test::sqlExecFile(home.database(), QStringLiteral("qr/EquityColumnsAndRows.sql"));
     generate(0, 5);
     EXPECT_EQ(home.payload(QStringLiteral("CapitalHeader0")),
               bytes(QStringLiteral(
@@ -128,7 +85,7 @@ protected:
 };
 
 TEST_F(NotePayloads, OverLongNotesAreReplacedAndTheMessageShownOnce) {
-    insertPeriod(9, 1);
+    insertPeriod(9);
     insertNotes(
         QStringLiteral("AccountWayAssetsCriteria, AccountWayFixAssetsAccumulate, AccountWayReserveSum, "
                        "AccountWayRevenuesExpensesSum, PLRealSales, Other"),
@@ -154,7 +111,7 @@ TEST_F(NotePayloads, OverLongNotesAreReplacedAndTheMessageShownOnce) {
 }
 
 TEST_F(NotePayloads, TheLargestNoteThatFitsDecodes) {
-    insertPeriod(9, 1);
+    insertPeriod(9);
     // 800 bytes of Kanji, the most one note record may hold, with CR LF
     // turned to TAB and a half-width katakana and NEC sign.
     const QString note = QStringLiteral("漢").repeated(397) + QStringLiteral("ｱ㈱a\r\n");
@@ -167,12 +124,12 @@ TEST_F(NotePayloads, TheLargestNoteThatFitsDecodes) {
 }
 
 TEST_F(PeriodPayloads, PeriodHeaderRecordsAndCounts) {
-    insertPeriod(10, 1);
+    insertPeriod(10);
     home.exec(
         QStringLiteral("UPDATE tmpFSInfoData SET EnforceDatesub='201004', NoteTrustDebt=-1999, "
                        "VersionNumber='3.1', ApplyerName='株式会社\"テスト\"'"));
     for (int code = 1; code <= 41; ++code)
-        insertItem(10, code, QStringLiteral("1000"));
+        insertItem(10, code);
     home.exec(QStringLiteral("INSERT INTO tmpFSNoteData (FSDataCode, Other) VALUES (10, 'n')"));
     generate(1, 10);
     EXPECT_EQ(home.payload(QStringLiteral("ZaimuHeader1")),
@@ -180,7 +137,7 @@ TEST_F(PeriodPayloads, PeriodHeaderRecordsAndCounts) {
 }
 
 TEST_F(PeriodPayloads, PeriodWithoutHeaderRowGoesThroughTheTraps) {
-    insertItem(12, 100, QStringLiteral("1000"));
+    insertItem(12, 100);
     generate(0, 12);
     EXPECT_EQ(home.errorPlaces(), (QStringList{QStringLiteral("mMakeQRCodeChangedKamoku"),
                                                QStringLiteral("mMakeQRCodeFSHeader")}));

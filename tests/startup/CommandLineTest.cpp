@@ -6,8 +6,6 @@
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
-#include <QProcess>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace kelvary;
@@ -82,37 +80,4 @@ TEST(OutputMode, WhatEachModeMeans) {
         EXPECT_EQ(sendFileCourse(m.mode), m.course);
         EXPECT_EQ(outputVerb(m.mode), QString::fromUtf16(m.verb));
     }
-}
-
-TEST(Program, LayoutProofPrintsTheFieldNames) {
-    QTemporaryDir out;
-    const QString pdf = out.filePath(QStringLiteral("proof.pdf"));
-    const auto proof = test::runKelvary({"--home", test::templateDir(), "--layout-proof", "FSQRCode.w30", pdf});
-    ASSERT_EQ(proof.exitCode, 0) << proof.standardError.toStdString();
-    QProcess text;
-    text.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
-    text.waitForFinished(30000);
-    const QString page = QString::fromUtf8(text.readAllStandardOutput());
-    EXPECT_TRUE(page.contains(QStringLiteral("WrText12"))) << page.toStdString();
-    EXPECT_TRUE(page.contains(QStringLiteral("FiscalTerm")));
-
-    const auto missing = test::runKelvary({"--home", test::templateDir(), "--layout-proof", "None.w30", pdf + "2"});
-    EXPECT_EQ(missing.exitCode, 3);
-    EXPECT_TRUE(missing.standardError.contains(QStringLiteral("None.w30")));
-}
-
-// The program itself, on a C locale, words Qt's own file dialog in Japanese.
-TEST(Program, QtTextsAreJapaneseOnAnyLocale) {
-    const QByteArray before = qgetenv("LC_ALL");
-    qputenv("LC_ALL", "C");
-    const auto run = test::runKelvary({"--qt-texts"});
-    if (before.isNull()) qunsetenv("LC_ALL");
-    else qputenv("LC_ALL", before);
-    ASSERT_EQ(run.exitCode, 0) << run.standardError.toStdString();
-    const QStringList lines = run.standardOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const char* expected : {"lookInLabel: アドレス:", "fileNameLabel: ファイル名(&N):",
-                                 "fileTypeLabel: ファイルの種類:", "button: 開く(&O)", "button: キャンセル",
-                                 "column: 名前", "column: サイズ", "column: タイプ", "column: 更新日",
-                                 "menu: コピー(&C)", "menu: すべてを選択"})
-        EXPECT_TRUE(lines.contains(QString::fromUtf8(expected))) << expected << "\n" << run.standardOutput.toStdString();
 }

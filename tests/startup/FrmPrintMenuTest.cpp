@@ -22,16 +22,6 @@ using kelvary::test::RecordingUiGuard;
 
 namespace {
 
-// Three periods, inserted oldest first so that the list order is the query's.
-const char* const kThreePeriods = R"sql(
-    INSERT INTO tblIndex (IndexID, DataType, LinkCode, FYearNumber, FYearFrom, FYearTo, PrintFlag)
-        VALUES (1, 0, 101, 10, '2006-04-01', '2007-03-31', 1);
-    INSERT INTO tblIndex (IndexID, DataType, LinkCode, FYearNumber, FYearFrom, FYearTo, PrintFlag)
-        VALUES (2, 0, 102, 11, '2007-04-01', '2008-03-31', 1);
-    INSERT INTO tblIndex (IndexID, DataType, LinkCode, FYearNumber, FYearFrom, FYearTo, PrintFlag)
-        VALUES (3, 0, 103, 12, '2008-04-01', '2009-03-31', 1);
-)sql";
-
 class PrintMenu : public ::testing::Test {
 protected:
     template <typename Widget>
@@ -79,18 +69,7 @@ protected:
 };
 
 TEST_F(PrintMenu, PeriodEntriesAreFixedColumnsOfEraDates) {
-    home.run(R"sql(
-        INSERT INTO tblIndex (IndexID, DataType, FYearNumber, FYearFrom, FYearTo)
-            VALUES (7, 0, 12, '2008-04-01', '2009-03-31');
-        INSERT INTO tblIndex (IndexID, DataType, FYearNumber, FYearFrom, FYearTo)
-            VALUES (8, 0, 23, '2019-04-01', '2020-03-31');
-        INSERT INTO tblIndex (IndexID, DataType, FYearNumber, FYearFrom, FYearTo)
-            VALUES (9, 1, 12345, NULL, NULL);
-        INSERT INTO tblIndex (IndexID, DataType, FYearNumber, FYearFrom, FYearTo)
-            VALUES (4, 0, 11, '2008-04-01', '2009-03-31');
-        INSERT INTO tblIndex (IndexID, DataType, FYearNumber, FYearFrom, FYearTo)
-            VALUES (2, 0, 12, '2008-04-01', '2009-03-31');
-    )sql");
+    home.run("startup/EraPeriods.sql");
     menu.show();
 
     // Same start: the larger year number first, then the larger key. A Null
@@ -135,7 +114,7 @@ TEST_F(PrintMenu, SendFileModeWithoutAnyPeriodSaysWhyNothingCanBeSent) {
 // The entries begin with blanks, so a Space that also searched would jump to
 // the next entry and change it too.
 TEST_F(PrintMenu, SpaceOnEveryRowTogglesThatPeriodAlone) {
-    home.run(kThreePeriods);
+    home.run("startup/ThreePeriods.sql");
     menu.show();
     QListWidget* periods = list();
     for (int row = 0; row < 3; ++row) {
@@ -165,7 +144,7 @@ TEST_F(PrintMenu, SpaceOnEveryRowTogglesThatPeriodAlone) {
 }
 
 TEST_F(PrintMenu, SpaceOnTheOldestThenEnterPrintsTheNewestAndTheOldest) {
-    home.run(kThreePeriods);
+    home.run("startup/ThreePeriods.sql");
     menu.show();
     QTest::keyClick(list(), Qt::Key_End);
     QTest::keyClick(list(), Qt::Key_Space);
@@ -179,7 +158,7 @@ TEST_F(PrintMenu, SpaceOnTheOldestThenEnterPrintsTheNewestAndTheOldest) {
 }
 
 TEST_F(PrintMenu, TypingAYearNumberMovesTheCursorWithoutSelecting) {
-    home.run(kThreePeriods);  // rows: 12期, 11期, 10期
+    home.run("startup/ThreePeriods.sql");  // rows: 12期, 11期, 10期
     menu.show();
     QTest::keyClicks(list(), QStringLiteral("10"));
     EXPECT_EQ(list()->currentRow(), 2);

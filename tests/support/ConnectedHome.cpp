@@ -35,6 +35,12 @@ void sqlExec(const QString& database, const char* sql) {
     sqlite3_close(db);
 }
 
+void sqlExecFile(const QString& database, const QString& relative) {
+    const QByteArray sql = readFile(testDataDir() + QLatin1Char('/') + relative);
+    ASSERT_FALSE(sql.isEmpty()) << relative.toStdString();
+    sqlExec(database, sql.constData());
+}
+
 namespace {
 
 // Every row of a query, each as the texts of its first `columns` columns

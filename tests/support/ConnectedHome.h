@@ -37,6 +37,10 @@ private:
 void sqlExec(const QString& database, const char* sql);
 inline void sqlExec(const QString& database, const QString& sql) { sqlExec(database, sql.toUtf8().constData()); }
 
+// Runs the statements of a .sql file of tests/data (its path relative to
+// that folder) on a database file.
+void sqlExecFile(const QString& database, const QString& relative);
+
 // The first column of every row of a query, as text ("NULL" for Null).
 QStringList sqlColumn(const QString& database, const char* sql);
 

@@ -19,6 +19,18 @@ QByteArray hexBytes(const char* hex) {
     return QByteArray::fromHex(digits);
 }
 
+QByteArray zbarDecode(const QString& imagePath) {
+    QProcess zbar;
+    zbar.start(QStringLiteral("zbarimg"),
+               zbarQrOnly() << QStringLiteral("--raw") << QStringLiteral("-q") << QStringLiteral("-Sbinary") << imagePath);
+    if (!zbar.waitForFinished(60000)) {
+        zbar.kill();
+        zbar.waitForFinished();
+        return QByteArray("<zbarimg did not finish>");
+    }
+    return zbar.readAllStandardOutput();
+}
+
 QByteArray readFile(const QString& path) {
     QFile in(path);
     return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
@@ -28,6 +40,59 @@ void writeFile(const QString& path, const QByteArray& bytes) {
     QFile out(path);
     ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
     ASSERT_EQ(out.write(bytes), bytes.size()) << path.toStdString();
+}
+
+QString unescaped(const QString& text) {
+    QString out;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != QLatin1Char('\\') || i + 1 == text.size()) {
+            out += text[i];
+            continue;
+        }
+        const QChar e = text[++i];
+        if (e == QLatin1Char('n')) out += QLatin1Char('\n');
+        else if (e == QLatin1Char('r')) out += QLatin1Char('\r');
+        else if (e == QLatin1Char('t')) out += QLatin1Char('\t');
+        else if (e == QLatin1Char('s')) out += QLatin1Char(' ');
+        else if (e == QLatin1Char('x') || e == QLatin1Char('u')) {
+            const int digits = e == QLatin1Char('x') ? 2 : 4;
+            out += QChar(text.mid(i + 1, digits).toInt(nullptr, 16));
+            i += digits;
+        } else out += e;
+    }
+    return out;
+}
+
+QList<QStringList> dataTable(const QString& relative) {
+    QList<QStringList> rows;
+    const QByteArray bytes = readFile(testDataDir() + QLatin1Char('/') + relative);
+    EXPECT_FALSE(bytes.isEmpty()) << relative.toStdString();
+    const QStringList lines = QString::fromUtf8(bytes).split(QLatin1Char('\n'));
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        if (lines[n].trimmed().isEmpty() || lines[n].startsWith(QStringLiteral("# ")) || lines[n] == QStringLiteral("#"))
+            continue;
+        QStringList row{QString::number(n + 1)};
+        for (const QString& field : lines[n].split(QLatin1Char('\t'))) row << unescaped(field);
+        rows << row;
+    }
+    return rows;
+}
+
+Variant variantCell(const QString& cell) {
+    const QString kind = cell.section(QLatin1Char(':'), 0, 0);
+    const QString text = cell.section(QLatin1Char(':'), 1);
+    if (cell == QLatin1String("null")) return Variant::null();
+    if (cell == QLatin1String("empty")) return Variant();
+    if (kind == QLatin1String("long")) return Variant::fromLong(text.toInt());
+    if (kind == QLatin1String("integer")) return Variant::fromInteger(static_cast<std::int16_t>(text.toShort()));
+    if (kind == QLatin1String("double")) return Variant(text.toDouble());
+    if (kind == QLatin1String("bool")) return Variant(text == QLatin1String("true"));
+    if (kind == QLatin1String("text")) return Variant(text);
+    if (kind == QLatin1String("currency")) return Variant(Currency::fromDouble(text.toDouble()));
+    if (kind == QLatin1String("date") && text.size() == 10) return Variant(QDate::fromString(text, Qt::ISODate));
+    if (kind == QLatin1String("date")) return Variant(QDateTime::fromString(text, Qt::ISODate));
+    ADD_FAILURE() << "no value kind in " << cell.toStdString();
+    return Variant();
 }
 
 QString appDir() { return QStringLiteral(KELVARY_TEST_APP_DIR); }
@@ -73,15 +138,6 @@ ScratchHome::ScratchHome() {
         QDir().mkpath(QFileInfo(to).path());
         QFile::copy(from, to);
     }
-}
-
-QString writeEarlierApplication(const ScratchHome& home) {
-    QByteArray text = readFile(home.file(QStringLiteral("sample/app.dat")));
-    const qsizetype at = text.indexOf("\"EnforceDate\"");
-    if (at >= 0) text.remove(at, text.indexOf('\n', at) - at + 1);
-    const QString path = home.file(QStringLiteral("sample/earlier.dat"));
-    writeFile(path, text);
-    return path;
 }
 
 ProgramFolder::ProgramFolder(const QByteArray& ini) {

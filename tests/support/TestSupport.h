@@ -2,6 +2,8 @@
 // built program as a user would.
 #pragma once
 
+#include "platform/Variant.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -25,9 +27,26 @@ inline QStringList zbarQrOnly() {
     return {QStringLiteral("-Sdisable"), QStringLiteral("-Sqrcode.enable")};
 }
 
+// What zbar reads from an image: the symbol's bytes as they were encoded.
+QByteArray zbarDecode(const QString& imagePath);
+
 // A file's bytes (empty when it cannot be read), and writing them.
 QByteArray readFile(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);
+
+// A text of a test data file with \n, \r, \t, \s (a blank), \\, \xHH
+// (the character U+00HH, or the byte HH where bytes are meant) and \uHHHH read.
+QString unescaped(const QString& text);
+
+// The rows of a table file of tests/data (its path relative to that folder):
+// one row a line, fields separated by tabs and unescaped; blank lines and
+// comment lines ("# " and what follows) left out. Each row starts with its line number.
+QList<QStringList> dataTable(const QString& relative);
+
+// A value written in a table cell as kind:text — long:1, integer:1,
+// double:1.5, bool:true, text:…, date:2008-04-01, date:2019-05-01T01:00:00,
+// currency:0.5 — or null, or empty.
+Variant variantCell(const QString& cell);
 
 // The built program folder (build/app), the untouched template of its data
 // (build/app-template) and the test data folder (tests/data).
@@ -62,11 +81,6 @@ public:
 private:
     QTemporaryDir dir_;
 };
-
-// The sample application without its edition record, written beside it as
-// sample/earlier.dat: the 2004-03-01 default applies and the earlier driver,
-// the one that checks each period's statements, prints it. Returns its path.
-QString writeEarlierApplication(const ScratchHome& home);
 
 // An empty program folder of its own, with a UserData.ini of the given text
 // when there is one; the program's folder points at it while it lives.
