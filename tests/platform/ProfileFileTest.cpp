@@ -37,13 +37,26 @@ protected:
 
     void put(const QByteArray& bytes) const { test::writeFile(path(), bytes); }
 
+    QByteArray bytes() const {
+        QFile file(path());
+        if (!file.open(QIODevice::ReadOnly)) return "<missing>";
+        return file.readAll();
+    }
+
     QString read(const QString& section, const QString& key, const QString& defaultValue = {}) const {
         return readProfileString(path(), section, key, defaultValue);
+    }
+
+    void write(const QString& section, const QString& key, const QString& value) const {
+        writeProfileString(path(), section, key, value);
     }
 
 private:
     QTemporaryDir dir_;
 };
+
+// 山田太郎 in CP932.
+const char* const kYamadaTaro = "8E 52 93 63 91 BE 98 59";
 
 // The cases of tests/data/platform/ProfileFile.tsv, each in a fresh folder.
 TEST(ProfileFile, EveryCaseOfTheTable) {

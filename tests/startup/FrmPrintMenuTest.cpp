@@ -88,7 +88,7 @@ TEST_F(PrintMenu, PeriodEntriesAreFixedColumnsOfEraDates) {
 // A batch run never shows the menu, so its caption and list width come only
 // with showing it; shown, it has both, and the widest entry fits the list.
 TEST_F(PrintMenu, ShownMenuCaptionsTheCoursesAndFitsTheWidestEntry) {
-    home.run(kThreePeriods);
+    home.run("startup/ThreePeriods.sql");
     menu.show();
     EXPECT_EQ(control<QGroupBox>("fraCourse")->title(), QStringLiteral("コースを選択してください"));
     const QString widest = QStringLiteral("2345期　平成31年12月31日 ～ 令和 2年12月31日 (財務:新)");
