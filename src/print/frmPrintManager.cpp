@@ -82,7 +82,12 @@ void frmPrintManager::Init(std::optional<OutputMode> outputMode) {
 void frmPrintManager::SetPrintFile(const QString& layoutName) {
     mDocument.reset();
     trapped(QStringLiteral("SetPrintFile"), 1, [&] {
-        LayoutDocument document = LayoutDocument::load(gstrProgramInfo(0) + QStringLiteral("PrintFile/") + layoutName);
+        // A run opens the same few layouts again for every period; each is
+        // read and parsed once, and every opening starts from that copy.
+        const QString path = gstrProgramInfo(0) + QStringLiteral("PrintFile/") + layoutName;
+        auto loaded = mLoadedLayouts.find(path);
+        if (loaded == mLoadedLayouts.end()) loaded = mLoadedLayouts.emplace(path, LayoutDocument::load(path)).first;
+        LayoutDocument document = loaded->second;
         for (int p = 1; p <= document.pageCount(); ++p) document.page(p).visible = p == 1;
         document.clearData();
         mDocument = std::move(document);

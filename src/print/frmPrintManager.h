@@ -13,6 +13,7 @@
 
 #include <QString>
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -72,6 +73,7 @@ private:
     bool mPdfMode() const;
 
     std::optional<LayoutDocument> mDocument;
+    std::map<QString, LayoutDocument> mLoadedLayouts;
     std::vector<RecordedPage> mPages;
     std::unique_ptr<PdfFileWriter> mPdf;
     std::unique_ptr<frmPrintPreview> mPreview;
