@@ -499,6 +499,34 @@ void Player::step(const QString& line) {
         } else {
             ADD_FAILURE() << "unknown step: " << line.toStdString();
         }
+    } else if (verb == QLatin1String("pdf-sound")) {
+        EXPECT_EQ(qpdfCheck(path(rest)), 0) << rest.toStdString();
+    } else if (verb == QLatin1String("pdf-pages-have")) {
+        const int pages = pdfInfo(path(first), QStringLiteral("Pages")).toInt();
+        EXPECT_GT(pages, 0) << line.toStdString();
+        for (int page = 1; page <= pages; ++page)
+            EXPECT_TRUE(pdfText(path(first), page).contains(text(second))) << "page " << page;
+    } else if (verb == QLatin1String("pdf-symbols-are-payloads")) {
+        // zbar reads every payload copy of Temp off the pages at 200 dpi, and nothing else.
+        QByteArray read;
+        for (int page = 1; page <= pdfInfo(path(rest), QStringLiteral("Pages")).toInt(); ++page) {
+            QTemporaryDir dir;
+            const QString png = dir.filePath(QStringLiteral("page"));
+            runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("200"), QStringLiteral("-gray"),
+                                                 QStringLiteral("-f"), QString::number(page), QStringLiteral("-l"),
+                                                 QString::number(page), QStringLiteral("-singlefile"),
+                                                 QStringLiteral("-png"), path(rest), png});
+            read += zbarDecode(png + QStringLiteral(".png"));
+        }
+        const QDir temp(path(QStringLiteral("Temp")));
+        qsizetype total = 0;
+        for (const QString& name : temp.entryList({QStringLiteral("*.bmp.Txt")}, QDir::Files)) {
+            const QByteArray copy = readFile(temp.filePath(name));
+            EXPECT_TRUE(read.contains(copy)) << name.toStdString();
+            total += copy.size();
+        }
+        EXPECT_GT(total, 0);
+        EXPECT_EQ(read.size(), total);
     } else if (verb == QLatin1String("pdf-same-text")) {
         // The document ID carries the start time of its run; everything else matches.
         static const QRegularExpression id(QStringLiteral("\\[ID\\]\\d+"));
