@@ -1,11 +1,14 @@
-// The sum-rule reader on rule records written out byte by byte.
+// The sum-rule reader on rule records written out byte by byte, and where a
+// rule file was cut off (tests/data/checks/RuleFileEnd.tsv).
 #include "checks/RuleFile.h"
+#include "checks/RuleFileEnd.h"
 
 #include "platform/VbError.h"
 #include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QTemporaryDir>
 
 namespace kelvary {
@@ -20,7 +23,6 @@ protected:
         return SequentialInput(path);
     }
 
-private:
     QTemporaryDir dir_;
 };
 
@@ -64,6 +66,30 @@ TEST_F(RuleFileTest, MissingRecordAndMissingCountsAreInputPastEnd) {
         } catch (const VbError& e) {
             EXPECT_EQ(e.number(), vberr::InputPastEnd);
         }
+    }
+}
+
+TEST_F(RuleFileTest, AFileEndingEarlyLosesTheRecordsAfterTheLastOneItHolds) {
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("checks/RuleFileEnd.tsv"));
+    ASSERT_EQ(rows.size(), 10);
+    const QString path = dir_.filePath(QStringLiteral("DbtData0607H.txt"));
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 3) << "line " << row[0].toStdString();
+        SCOPED_TRACE("RuleFileEnd.tsv line " + row[0].toStdString());
+        test::writeFile(path, row[1].toLatin1());
+        if (row[2] == QLatin1String("error")) {
+            EXPECT_THROW(firstRuleCutOff(path, 400, 402), VbError);
+        } else {
+            const std::optional<int> cutOff = firstRuleCutOff(path, 400, 402);
+            EXPECT_EQ(cutOff ? QString::number(*cutOff) : QStringLiteral("none"), row[2]);
+        }
+    }
+    QFile::remove(path);
+    try {
+        firstRuleCutOff(path, 400, 402);
+        FAIL() << "a missing file was read";
+    } catch (const VbError& e) {
+        EXPECT_EQ(e.number(), vberr::FileNotFound);
     }
 }
 
