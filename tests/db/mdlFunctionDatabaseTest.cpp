@@ -4,7 +4,7 @@
 
 #include "db/clsSqlText.h"
 #include "platform/AppObject.h"
-#include "platform/TestDatabase.h"
+#include "support/ConnectedHome.h"
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
@@ -16,7 +16,7 @@
 namespace kelvary {
 namespace {
 
-using test::makeDatabase;
+using test::sqlExec;
 using test::storedValue;
 using test::writeFile;
 
@@ -38,8 +38,8 @@ class DatabaseRoutines : public ::testing::Test {
 protected:
     void SetUp() override {
         database = home.file(QStringLiteral("SystemData.mdb"));
-        makeDatabase(database, kWorkingSchema);
-        makeDatabase(home.file(QStringLiteral("Ledra_dummy.mdb")), kSiblingSchema);
+        sqlExec(database, kWorkingSchema);
+        sqlExec(home.file(QStringLiteral("Ledra_dummy.mdb")), kSiblingSchema);
         gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + database;
         gobjConnection = gobjOpenConnection();
         ASSERT_TRUE(gobjConnection);

@@ -7,7 +7,7 @@
 #include "platform/SqliteConnection.h"
 #include "platform/VbError.h"
 
-#include "platform/TestDatabase.h"
+#include "support/ConnectedHome.h"
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
@@ -53,7 +53,7 @@ class JetReading : public ::testing::Test {
 public:
     void SetUp() override {
         const QString working = folder.file(QStringLiteral("SystemData.mdb"));
-        test::makeDatabase(working, "CREATE TABLE Unused (A INTEGER);");
+        test::sqlExec(working, "CREATE TABLE Unused (A INTEGER);");
         connection = std::make_unique<SqliteConnection>(working);
     }
 

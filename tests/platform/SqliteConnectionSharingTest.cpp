@@ -4,7 +4,7 @@
 // file for others at once.
 #include "platform/SqliteConnection.h"
 
-#include "platform/TestDatabase.h"
+#include "support/ConnectedHome.h"
 
 #include <QTemporaryDir>
 
@@ -13,19 +13,19 @@
 namespace kelvary {
 namespace {
 
-using test::makeDatabase;
+using test::sqlExec;
 using test::storedValue;
 
 TEST(SqliteConnectionSharing, WritesOfAnotherConnectionBetweenStatementsAreSeen) {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("SystemData.mdb"));
-    makeDatabase(path, "CREATE TABLE tblWork (ID INTEGER, Name TEXT); INSERT INTO tblWork VALUES (1, 'a');");
+    sqlExec(path, "CREATE TABLE tblWork (ID INTEGER, Name TEXT); INSERT INTO tblWork VALUES (1, 'a');");
 
     SqliteConnection connection(path);
     EXPECT_EQ(connection.query(QStringLiteral("SELECT Count(*) FROM tblWork")).value(0).toLong(), 1);
 
     // Another writer between two statements: the cached pages must not win.
-    makeDatabase(path, "INSERT INTO tblWork VALUES (2, 'b'); UPDATE tblWork SET Name = 'z' WHERE ID = 1;");
+    sqlExec(path, "INSERT INTO tblWork VALUES (2, 'b'); UPDATE tblWork SET Name = 'z' WHERE ID = 1;");
     EXPECT_EQ(connection.query(QStringLiteral("SELECT Count(*) FROM tblWork")).value(0).toLong(), 2);
     EXPECT_EQ(connection.query(QStringLiteral("SELECT Name FROM tblWork WHERE ID = 1")).value(0).text(),
               QStringLiteral("z"));
@@ -33,7 +33,7 @@ TEST(SqliteConnectionSharing, WritesOfAnotherConnectionBetweenStatementsAreSeen)
     // And the other way round: each statement is in the file when it returns.
     EXPECT_EQ(connection.execute(QStringLiteral("DELETE FROM tblWork WHERE ID = 2")), 1);
     EXPECT_EQ(storedValue(path, "SELECT Count(*) FROM tblWork"), QStringLiteral("integer:1"));
-    makeDatabase(path, "INSERT INTO tblWork VALUES (3, 'c');");
+    sqlExec(path, "INSERT INTO tblWork VALUES (3, 'c');");
     EXPECT_EQ(connection.query(QStringLiteral("SELECT Max(ID) FROM tblWork")).value(0).toLong(), 3);
 }
 

@@ -3,7 +3,7 @@
 #include "platform/SqliteConnection.h"
 #include "platform/VbError.h"
 
-#include "platform/TestDatabase.h"
+#include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
@@ -20,7 +20,7 @@ namespace kelvary {
 namespace {
 
 using test::hexBytes;
-using test::makeDatabase;
+using test::sqlExec;
 using test::storedValue;
 using test::writeFile;
 
@@ -67,13 +67,7 @@ class SqliteConnectionTypes : public ::testing::Test {
 protected:
     void SetUp() override {
         path = dir.filePath(QStringLiteral("types.mdb"));
-        makeDatabase(path,
-                     "CREATE TABLE T (L INTEGER, S SMALLINT, D DOUBLE, C CURRENCY, W DATETIME, "
-                     "B BOOLEAN, X TEXT, M LONGTEXT);"
-                     "INSERT INTO T VALUES (2147483647, -32768, 1.5, 1234.5, '2008-04-01', 1, 'O''Brien', 'memo');"
-                     "INSERT INTO T VALUES (-7, 12, 3, 100, '2019-05-01 10:05:09', 0, '', '');"
-                     "INSERT INTO T VALUES (NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL);"
-                     "INSERT INTO T (L, S) VALUES (4294967296, 40000);");
+        sqlExec(path, "CREATE TABLE T (W DATETIME, B BOOLEAN, X TEXT);");
         connection = std::make_unique<SqliteConnection>(path);
     }
     QTemporaryDir dir;
@@ -158,7 +152,7 @@ class SqliteConnectionKept : public ::testing::Test {
 protected:
     void SetUp() override {
         path = dir.filePath(QStringLiteral("kept.mdb"));
-        makeDatabase(path, "CREATE TABLE T (K INTEGER PRIMARY KEY, A TEXT, B TEXT);");
+        sqlExec(path, "CREATE TABLE T (K INTEGER PRIMARY KEY, A TEXT, B TEXT);");
         connection = std::make_unique<SqliteConnection>(path);
     }
     QString errorOf(const QString& sql) {
@@ -197,7 +191,7 @@ TEST_F(SqliteConnectionKept, AChangedSchemaGivesTheNewColumnsOrTheCompilersError
     connection->execute(QStringLiteral("INSERT INTO T VALUES (1, 'a', 'b')"));
     EXPECT_EQ(connection->query(all).fieldCount(), 3);
     // Changed by another program between two runs of the same text.
-    makeDatabase(path, "ALTER TABLE T ADD COLUMN C INTEGER DEFAULT 7;");
+    sqlExec(path, "ALTER TABLE T ADD COLUMN C INTEGER DEFAULT 7;");
     Recordset widened = connection->query(all);
     ASSERT_EQ(widened.fieldCount(), 4);
     EXPECT_EQ(widened.fieldName(3), QStringLiteral("C"));
@@ -233,20 +227,20 @@ protected:
         ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("財務 data#1")));
         first = dir.filePath(QStringLiteral("財務 data#1/Ledra.mdb"));
         second = dir.filePath(QStringLiteral("Ledra_dummy.mdb"));
-        makeDatabase(first,
+        sqlExec(first,
                      "CREATE TABLE T_FS (FSDataCode INTEGER, FYearFrom DATETIME, ApplyerName TEXT, "
                      "TaxFreeFlag BOOLEAN);"
                      "INSERT INTO T_FS VALUES (11, '2007-04-01', '第一建設', 1);"
                      "CREATE TABLE M_FSDoc (DocCode INTEGER, DocName TEXT);"
                      "INSERT INTO M_FSDoc VALUES (1, '貸借対照表');");
-        makeDatabase(second,
+        sqlExec(second,
                      "CREATE TABLE T_FS (FSDataCode INTEGER, FYearFrom DATETIME, ApplyerName TEXT, "
                      "TaxFreeFlag BOOLEAN);"
                      "INSERT INTO T_FS VALUES (22, '2008-04-01', '第二建設', 0);"
                      "CREATE TABLE M_FSDoc (DocCode INTEGER, DocName TEXT);");
         working = dir.filePath(QStringLiteral("SystemData.mdb"));
         // A stand-in table of the same name in the working file must not be read.
-        makeDatabase(working, "CREATE TABLE T_FS (FSDataCode INTEGER); INSERT INTO T_FS VALUES (99);");
+        sqlExec(working, "CREATE TABLE T_FS (FSDataCode INTEGER); INSERT INTO T_FS VALUES (99);");
         connection = std::make_unique<SqliteConnection>(working);
     }
 
@@ -343,7 +337,7 @@ TEST_F(SqliteConnectionLinks, FailedRepointingKeepsThePreviousLink) {
 
     // A database without the source table.
     const QString other = dir.filePath(QStringLiteral("other.mdb"));
-    makeDatabase(other, "CREATE TABLE Unrelated (A INTEGER);");
+    sqlExec(other, "CREATE TABLE Unrelated (A INTEGER);");
     try {
         connection->linkTable(QStringLiteral("T_FS"), QStringLiteral("T_FS"), other);
         FAIL() << "a file without the table was linked";
