@@ -12,16 +12,13 @@
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QMenu>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
@@ -29,9 +26,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTranslator>
-#include <QTreeView>
 
-#include <memory>
 #include <gtest/gtest.h>
 
 using namespace kelvary;
@@ -75,21 +70,14 @@ protected:
     const QLocale before_;
 };
 
-TEST_F(QtInJapanese, StandardButtonsAndTheTextBoxMenu) {
+TEST_F(QtInJapanese, StandardButtons) {
     QDialogButtonBox box(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Yes |
                          QDialogButtonBox::No | QDialogButtonBox::Close);
     EXPECT_EQ(box.button(QDialogButtonBox::Cancel)->text(), QStringLiteral("キャンセル"));
     EXPECT_EQ(box.button(QDialogButtonBox::Yes)->text(), QStringLiteral("はい(&Y)"));
     EXPECT_EQ(box.button(QDialogButtonBox::No)->text(), QStringLiteral("いいえ(&N)"));
     EXPECT_EQ(box.button(QDialogButtonBox::Close)->text(), QStringLiteral("閉じる"));
-
-    QLineEdit edit(QStringLiteral("abc"));
-    std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
-    QStringList texts;
-    for (const QAction* a : menu->actions())
-        if (!a->isSeparator()) texts << a->text().section(QLatin1Char('\t'), 0, 0);
-    EXPECT_TRUE(texts.contains(QStringLiteral("コピー(&C)"))) << texts.join(QLatin1Char('|')).toStdString();
-    EXPECT_TRUE(texts.contains(QStringLiteral("すべてを選択"))) << texts.join(QLatin1Char('|')).toStdString();
+    // The text box menu: Program.cases, QtTextsAreJapaneseOnAnyLocale.
 }
 
 TEST_F(QtInJapanese, FileDialogOpensInTheLastFolderAndKeepsTheChosenOne) {
@@ -112,18 +100,7 @@ TEST_F(QtInJapanese, FileDialogOpensInTheLastFolderAndKeepsTheChosenOne) {
         checked = true;
         EXPECT_EQ(QDir(dialog->directory()).canonicalPath(), QDir(last).canonicalPath());
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("申請データファイルを開く"));
-        EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("lookInLabel"))->text(), QStringLiteral("アドレス:"));
-        EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("fileNameLabel"))->text(), QStringLiteral("ファイル名(&N):"));
-        EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("fileTypeLabel"))->text(),
-                  QStringLiteral("ファイルの種類:"));
-        auto* buttons = dialog->findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
-        EXPECT_EQ(buttons->button(QDialogButtonBox::Open)->text(), QStringLiteral("開く(&O)"));
-        EXPECT_EQ(buttons->button(QDialogButtonBox::Cancel)->text(), QStringLiteral("キャンセル"));
-        auto* details = dialog->findChild<QTreeView*>(QStringLiteral("treeView"));
-        QStringList headings;
-        for (int c = 0; c < 4; ++c) headings << details->model()->headerData(c, Qt::Horizontal).toString();
-        EXPECT_EQ(headings, (QStringList{QStringLiteral("名前"), QStringLiteral("サイズ"), QStringLiteral("タイプ"),
-                                         QStringLiteral("更新日")}));
+        // Its labels, buttons and columns in Japanese: Program.cases, QtTextsAreJapaneseOnAnyLocale.
         // Only the application data files are listed, once the folder is read.
         auto* view = dialog->findChild<QListView*>(QStringLiteral("listView"));
         (void)QTest::qWaitFor([&] { return view->model()->rowCount(view->rootIndex()) == 2; }, 5000);
