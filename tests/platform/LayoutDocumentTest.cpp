@@ -2,6 +2,7 @@
 // refuses with a message naming the file, and clearing a page's data.
 #include "platform/LayoutDocument.h"
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -59,38 +60,20 @@ TEST(LayoutDocument, MissingFieldsAndPagesAreItemNotFoundNamingTheField) {
     EXPECT_EQ(errorNumberOf([&] { doc.page(0); }), vberr::ItemNotFound);
 }
 
-struct Refusal {
-    const char* label;
-    const char* json;
-    const char* reason;  // part of the message
-};
-
-class LayoutRefusal : public ::testing::TestWithParam<Refusal> {};
-
-TEST_P(LayoutRefusal, NamesTheFileAndTheReason) {
-    QString why;
-    const long number = errorNumberOf(
-        [&] { LayoutDocument::fromJson(QByteArray(GetParam().json), QStringLiteral("Bad.w30")); }, &why);
-    EXPECT_EQ(number, vberr::BadFileMode);
-    EXPECT_TRUE(why.startsWith(QStringLiteral("帳票ファイル「Bad.w30」を読み込めません。"))) << why.toStdString();
-    EXPECT_TRUE(why.contains(QString::fromUtf8(GetParam().reason))) << why.toStdString();
+// The layouts of tests/data/platform/LayoutRefusals.tsv.
+TEST(LayoutDocument, RefusalsNameTheFileAndTheReason) {
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("platform/LayoutRefusals.tsv"));
+    ASSERT_EQ(rows.size(), 4);
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 3) << "line " << row[0].toStdString();
+        SCOPED_TRACE("LayoutRefusals.tsv line " + row[0].toStdString());
+        QString why;
+        EXPECT_EQ(errorNumberOf([&] { LayoutDocument::fromJson(row[1].toUtf8(), QStringLiteral("Bad.w30")); }, &why),
+                  vberr::BadFileMode);
+        EXPECT_TRUE(why.startsWith(QStringLiteral("帳票ファイル「Bad.w30」を読み込めません。"))) << why.toStdString();
+        EXPECT_TRUE(why.contains(row[2])) << why.toStdString();
+    }
 }
-
-const char* kSixPages = R"({"pages": [{"items": []}, {"items": []}, {"items": []}, {"items": []}, {"items": []}, {"items": []}]})";
-
-INSTANTIATE_TEST_SUITE_P(
-    Layouts, LayoutRefusal,
-    ::testing::Values(
-        Refusal{"truncated", R"({"pages": [)", "書式に誤り"},
-        Refusal{"sixPages", kSixPages, "5 枚まで"},
-        Refusal{"textForNumber",
-                R"({"pages": [{"items": [{"type": "field", "name": "A", "x": "1", "y": 1, "w": 1, "h": 1}]}]})",
-                "「x」は数値"},
-        Refusal{"duplicateField",
-                R"({"pages": [{"items": [{"type": "field", "name": "A", "x": 1, "y": 1, "w": 1, "h": 1},
-                                         {"type": "field", "name": "a", "x": 1, "y": 1, "w": 1, "h": 1}]}]})",
-                "「a」が重複"}),
-    [](const ::testing::TestParamInfo<Refusal>& info) { return std::string(info.param.label); });
 
 }  // namespace
 }  // namespace kelvary
