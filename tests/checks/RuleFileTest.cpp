@@ -49,23 +49,13 @@ TEST_F(RuleFileTest, FindsTheRecordWhateverItsCaseAndReadsItsParts) {
 TEST_F(RuleFileTest, MissingRecordAndMissingCountsAreInputPastEnd) {
     {
         SequentialInput file = open(test::hexBytes(kRecord401));
-        try {
-            seekSumRule(file, QStringLiteral("A402"));
-            FAIL() << "a missing record was found";
-        } catch (const VbError& e) {
-            EXPECT_EQ(e.number(), vberr::InputPastEnd);
-        }
+        EXPECT_EQ(test::raised([&] { seekSumRule(file, QStringLiteral("A402")); }).number, vberr::InputPastEnd);
     }
     {
         // ":A400" and its title only.
         SequentialInput file = open(test::hexBytes("3a 41 34 30 30 0d 0a 78 0d 0a"));
         seekSumRule(file, QStringLiteral("A400"));
-        try {
-            (void)readSumRule(file);
-            FAIL() << "a record without its counts was read";
-        } catch (const VbError& e) {
-            EXPECT_EQ(e.number(), vberr::InputPastEnd);
-        }
+        EXPECT_EQ(test::raised([&] { (void)readSumRule(file); }).number, vberr::InputPastEnd);
     }
 }
 
@@ -85,12 +75,7 @@ TEST_F(RuleFileTest, AFileEndingEarlyLosesTheRecordsAfterTheLastOneItHolds) {
         }
     }
     QFile::remove(path);
-    try {
-        firstRuleCutOff(path, 400, 402);
-        FAIL() << "a missing file was read";
-    } catch (const VbError& e) {
-        EXPECT_EQ(e.number(), vberr::FileNotFound);
-    }
+    EXPECT_EQ(test::raised([&] { firstRuleCutOff(path, 400, 402); }).number, vberr::FileNotFound);
 }
 
 }  // namespace

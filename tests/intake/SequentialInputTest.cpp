@@ -24,16 +24,6 @@ protected:
         return path;
     }
 
-    // The VbError raised when the file is opened, or number 0 when none is.
-    static VbError openError(const QString& path) {
-        try {
-            SequentialInput input(path);
-        } catch (const VbError& e) {
-            return e;
-        }
-        return VbError(0, QString());
-    }
-
     QTemporaryDir dir_;
     int count_ = 0;
 };
@@ -46,28 +36,17 @@ TEST_F(SequentialInputTest, QuotedTextKeepsCommasAndLineBreaks) {
     EXPECT_TRUE(in.eof());
 }
 
-// The error number raised by one read, or 0 when the read succeeds.
-template <typename Read>
-long readError(Read&& read) {
-    try {
-        read();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
-
 TEST_F(SequentialInputTest, ReadingPastTheEndRaises62) {
     SequentialInput in(write("\"[End]\""));
     EXPECT_EQ(in.input(), Variant(QStringLiteral("[End]")));
     EXPECT_TRUE(in.eof());
-    EXPECT_EQ(readError([&] { in.input(); }), 62);
-    EXPECT_EQ(readError([&] { in.lineInput(); }), 62);
+    EXPECT_EQ(test::raised([&] { in.input(); }).number, 62);
+    EXPECT_EQ(test::raised([&] { in.lineInput(); }).number, 62);
 
     // A text whose closing quote never comes meets the end of the file too.
     SequentialInput cut(write("\"ApplierColumnName\",\"cut off here\r\n"));
     EXPECT_EQ(cut.input(), Variant(QStringLiteral("ApplierColumnName")));
-    EXPECT_EQ(readError([&] { cut.input(); }), 62);
+    EXPECT_EQ(test::raised([&] { cut.input(); }).number, 62);
 }
 
 TEST_F(SequentialInputTest, Cp932TextIncludingTrailBytesThatLookLikeSigns) {
@@ -84,9 +63,10 @@ TEST_F(SequentialInputTest, EmptyBinaryCutAndForeignFilesAreRefused) {
     ASSERT_EQ(rows.size(), 6);
     for (const QStringList& row : rows) {
         ASSERT_EQ(row.size(), 4) << "line " << row[0].toStdString();
-        const VbError e = openError(write(hexBytes(row[1].toLatin1().constData())));
-        EXPECT_EQ(e.number(), row[2].toLong()) << "line " << row[0].toStdString();
-        EXPECT_TRUE(e.description().contains(row[3])) << e.description().toStdString();
+        const QString file = write(hexBytes(row[1].toLatin1().constData()));
+        const test::Raised e = test::raised([&] { SequentialInput input(file); });
+        EXPECT_EQ(e.number, row[2].toLong()) << "line " << row[0].toStdString();
+        EXPECT_TRUE(e.description.contains(row[3])) << e.description.toStdString();
     }
 }
 

@@ -76,12 +76,7 @@ public:
 
     // The error a link to the file raises; empty when it links.
     QString linkError(const QString& jetFile, const QString& table) {
-        try {
-            connection->linkTable(table, table, jetFile);
-        } catch (const VbError& e) {
-            return e.description();
-        }
-        return {};
+        return test::raised([&] { connection->linkTable(table, table, jetFile); }).description;
     }
 
     test::ProgramFolder folder;

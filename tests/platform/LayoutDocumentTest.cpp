@@ -37,13 +37,9 @@ const char* kTwoPages = R"({
 LayoutDocument twoPages() { return LayoutDocument::fromJson(kTwoPages, QStringLiteral("Two.w30")); }
 
 long errorNumberOf(const std::function<void()>& f, QString* description = nullptr) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        if (description) *description = e.description();
-        return e.number();
-    }
-    return 0;
+    const test::Raised r = test::raised(f);
+    if (description) *description = r.description;
+    return r.number;
 }
 
 TEST(LayoutDocument, MissingFieldsAndPagesAreItemNotFoundNamingTheField) {

@@ -2,6 +2,7 @@
 // ADO raised past its end, for a missing field and for an unset recordset.
 #include "platform/Recordset.h"
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -10,14 +11,7 @@
 namespace kelvary {
 namespace {
 
-long errorNumberOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
+long errorNumberOf(const std::function<void()>& action) { return test::raised(action).number; }
 
 Recordset twoRows() {
     return Recordset({{QStringLiteral("IndexID"), ado::adInteger}, {QStringLiteral("ApplyerName"), ado::adVarWChar}},
@@ -42,14 +36,9 @@ TEST(Recordset, WalksForwardToEofAndNoFurther) {
 
 TEST(Recordset, MissingFieldRaisesItemNotFound) {
     const Recordset rs = twoRows();
-    try {
-        rs.value(QStringLiteral("OtherSoftCode"));
-        FAIL() << "a missing field was found";
-    } catch (const VbError& e) {
-        EXPECT_EQ(e.number(), 3265);
-        EXPECT_EQ(e.description(),
-                  QStringLiteral("要求された名前、または序数に対応する項目はコレクションで見つかりません。"));
-    }
+    const test::Raised missing = test::raised([&] { rs.value(QStringLiteral("OtherSoftCode")); });
+    EXPECT_EQ(missing.number, 3265);
+    EXPECT_EQ(missing.description, QStringLiteral("要求された名前、または序数に対応する項目はコレクションで見つかりません。"));
     EXPECT_EQ(errorNumberOf([&] { rs.value(2); }), 3265);
     EXPECT_EQ(errorNumberOf([&] { rs.fieldName(-1); }), 3265);
 }

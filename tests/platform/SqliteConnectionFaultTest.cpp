@@ -23,12 +23,8 @@ namespace {
 using test::sqlExec;
 
 QString descriptionOf(const std::function<void()>& body) {
-    try {
-        body();
-    } catch (const VbError& e) {
-        return e.description();
-    }
-    return QStringLiteral("<no error>");
+    const test::Raised r = test::raised(body);
+    return r.number != 0 ? r.description : QStringLiteral("<no error>");
 }
 
 class SqliteConnectionFault : public ::testing::Test {

@@ -1,20 +1,14 @@
 // Variant conversions as VB performs them; the payload texts are built from these forms.
 #include "platform/Variant.h"
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
 using namespace kelvary;
 
 namespace {
-long errorNumberOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
+long errorNumberOf(const std::function<void()>& f) { return test::raised(f).number; }
 }  // namespace
 
 TEST(VariantText, NullRaisesInCStrButNotInConcatenation) {
