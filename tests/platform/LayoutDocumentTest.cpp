@@ -14,27 +14,7 @@
 namespace kelvary {
 namespace {
 
-const char* kTwoPages = R"({
-  "paper": "A4", "orientation": "landscape",
-  "pages": [
-    {"items": [
-      {"type": "text", "x": 10, "y": 10, "w": 50, "h": 6, "text": "見出し"},
-      {"type": "line", "x1": 10, "y1": 20, "x2": 200, "y2": 20},
-      {"type": "field", "name": "C32", "x": 10, "y": 30, "w": 20, "h": 6, "text": "0"},
-      {"type": "field", "name": "CircleProxy", "x": 40, "y": 30, "w": 8, "h": 8, "frame": "ellipse", "visible": false},
-      {"type": "image", "name": "WrImage1", "x": 10, "y": 40, "w": 50, "h": 50},
-      {"type": "group", "name": "Row01", "x": 100, "y": 100, "w": 150, "h": 6, "fields": [
-        {"type": "field", "name": "ItemName", "x": 0, "y": 0, "w": 40, "h": 6, "text": "項目"},
-        {"type": "field", "name": "A1", "x": 40, "y": 1, "w": 20, "h": 5, "align": "right"}
-      ]}
-    ]},
-    {"items": [
-      {"type": "field", "name": "C32", "x": 10, "y": 30, "w": 20, "h": 6}
-    ]}
-  ]
-})";
-
-LayoutDocument twoPages() { return LayoutDocument::fromJson(kTwoPages, QStringLiteral("Two.w30")); }
+LayoutDocument twoPages() { return LayoutDocument::load(test::testDataDir() + QStringLiteral("/platform/layouts/Two.w30")); }
 
 long errorNumberOf(const std::function<void()>& f, QString* description = nullptr) {
     const test::Raised r = test::raised(f);
