@@ -20,15 +20,6 @@ using test::sqlExec;
 using test::storedValue;
 using test::writeFile;
 
-const char* const kWorkingSchema =
-    "CREATE TABLE tblIndex (IndexID INTEGER, ApplyerName TEXT, FYearNumber DOUBLE, FYearFrom DATETIME, "
-    "PrintFlag BOOLEAN DEFAULT 0);"
-    "CREATE TABLE tblWork (OldZaimuDataPath TEXT, MainDataCode INTEGER, ExcelDataFolder TEXT);"
-    "INSERT INTO tblWork VALUES ('old', 5, NULL);"
-    "CREATE TABLE tblLinkTable (TableName TEXT, DataSource TEXT);"
-    "INSERT INTO tblLinkTable VALUES ('T_FS', 'Ledra_dummy.mdb');"
-    "INSERT INTO tblLinkTable VALUES ('T_MainData', 'Ledra_dummy.mdb');";
-
 const char* const kSiblingSchema =
     "CREATE TABLE T_FS (FSDataCode INTEGER, MainDataCode INTEGER, FYearNumber DOUBLE, "
     "FYearFrom DATETIME, ApplyerName TEXT, TaxFreeFlag BOOLEAN);"
@@ -38,7 +29,7 @@ class DatabaseRoutines : public ::testing::Test {
 protected:
     void SetUp() override {
         database = home.file(QStringLiteral("SystemData.mdb"));
-        sqlExec(database, kWorkingSchema);
+        test::sqlExecFile(database, QStringLiteral("db/Routines.sql"));
         sqlExec(home.file(QStringLiteral("Ledra_dummy.mdb")), kSiblingSchema);
         gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + database;
         gobjConnection = gobjOpenConnection();

@@ -217,17 +217,11 @@ protected:
         ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("財務 data#1")));
         first = dir.filePath(QStringLiteral("財務 data#1/Ledra.mdb"));
         second = dir.filePath(QStringLiteral("Ledra_dummy.mdb"));
-        sqlExec(first,
-                     "CREATE TABLE T_FS (FSDataCode INTEGER, FYearFrom DATETIME, ApplyerName TEXT, "
-                     "TaxFreeFlag BOOLEAN);"
-                     "INSERT INTO T_FS VALUES (11, '2007-04-01', '第一建設', 1);"
-                     "CREATE TABLE M_FSDoc (DocCode INTEGER, DocName TEXT);"
-                     "INSERT INTO M_FSDoc VALUES (1, '貸借対照表');");
-        sqlExec(second,
-                     "CREATE TABLE T_FS (FSDataCode INTEGER, FYearFrom DATETIME, ApplyerName TEXT, "
-                     "TaxFreeFlag BOOLEAN);"
-                     "INSERT INTO T_FS VALUES (22, '2008-04-01', '第二建設', 0);"
-                     "CREATE TABLE M_FSDoc (DocCode INTEGER, DocName TEXT);");
+        for (const QString& sibling : {first, second})
+            test::sqlExecFile(sibling, QStringLiteral("platform/LinkedSiblings.sql"));
+        sqlExec(first, "INSERT INTO T_FS VALUES (11, '2007-04-01', '第一建設', 1);"
+                       "INSERT INTO M_FSDoc VALUES (1, '貸借対照表');");
+        sqlExec(second, "INSERT INTO T_FS VALUES (22, '2008-04-01', '第二建設', 0);");
         working = dir.filePath(QStringLiteral("SystemData.mdb"));
         // A stand-in table of the same name in the working file must not be read.
         sqlExec(working, "CREATE TABLE T_FS (FSDataCode INTEGER); INSERT INTO T_FS VALUES (99);");
