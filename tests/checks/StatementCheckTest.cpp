@@ -60,20 +60,16 @@ TEST(StatementCheckTest, SumsAllowOneUnitPerRow) {
     home.item(12, QStringLiteral("流動資産合計"), 1, 4000, 120);
     const QString record = QStringLiteral("流動資産合計の計算が合いません\r\n流動資産の計算値\r\n流動資産合計\r\n1N,12T\r\n10\r\n");
     home.writeSumRules({{400, record}});
-    clsVerifyFSData checker;
-    checker.setFSDataCode(1);
-    checker.CheckItemSum();
     // Three rows of 1,499 yen are 3 thousand; 4 is within the tolerance of three rows.
-    EXPECT_EQ(checker.Message(), QString());
-    EXPECT_FALSE(checker.ErrorFlag());
+    const Outcome within = runCheck();
+    EXPECT_EQ(within.message, QString());
+    EXPECT_FALSE(within.errorFlag);
 
     home.sql(QStringLiteral("UPDATE tmpFSItemData SET ItemValue=7000 WHERE ItemCode=12"));
-    clsVerifyFSData second;
-    second.setFSDataCode(1);
-    second.CheckItemSum();
-    EXPECT_TRUE(second.ErrorFlag());
+    const Outcome second = runCheck();
+    EXPECT_TRUE(second.errorFlag);
     // "　流動資産の計算値：" 20 bytes, "　流動資産合計：" 16, "　差額：" 8.
-    EXPECT_EQ(second.Message(), QStringLiteral("■流動資産合計の計算が合いません\r\n\r\n") + QStringLiteral("　流動資産の計算値：") +
+    EXPECT_EQ(second.message, QStringLiteral("■流動資産合計の計算が合いません\r\n\r\n") + QStringLiteral("　流動資産の計算値：") +
                                     underscores(80) + QStringLiteral("______________ 3\r\n") +
                                     QStringLiteral("　流動資産合計：") + underscores(84) + QStringLiteral("______________ 7\r\n") +
                                     QStringLiteral("　差額：") + underscores(92) + QStringLiteral("_____________ -4\r\n") +

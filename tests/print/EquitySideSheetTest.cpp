@@ -22,12 +22,10 @@ protected:
     void sibling(const std::string& sql) { test::sqlExec(home.file(QStringLiteral("Ledra_dummy.mdb")), sql.c_str()); }
 
     // Rows named 行1, 行2 … with 1,000 yen times their number as the total.
-    void rows(int count, int firstRowNo = 1) {
-        std::string sql;
-        for (int n = firstRowNo; n < firstRowNo + count; ++n)
-            sql += "INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName, BenefitTotal) VALUES (3, " +
-                   std::to_string(n) + ", '行" + std::to_string(n) + "', " + std::to_string(n * 1000) + ");";
-        sibling(sql);
+    void rows(int count) {
+        sibling("WITH RECURSIVE n(c) AS (SELECT 1 UNION ALL SELECT c + 1 FROM n WHERE c < " + std::to_string(count) +
+                ") INSERT INTO T_FSCapitalRow (FSDataCode, RowNo, RowName, BenefitTotal) "
+                "SELECT 3, c, '行' || c, c * 1000 FROM n");
     }
 
     QString printSheet() {
