@@ -87,10 +87,7 @@ void writeAsOnePicture(const LayoutDocument& doc, const QString& path) {
 
 // Page 1 as poppler renders it at 300 dpi.
 QImage renderedAt300Dpi(const QString& pdf) {
-    const QString base = pdf + QStringLiteral("-300");
-    test::runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("300"), QStringLiteral("-singlefile"),
-                                               QStringLiteral("-png"), pdf, base});
-    return QImage(base + QStringLiteral(".png"));
+    return QImage(test::renderedPage(pdf, 1, pdf + QStringLiteral("-300"), 300, false));
 }
 
 // Fills every field of the page: a symbol per image, a line of text per text.

@@ -511,12 +511,7 @@ void Player::step(const QString& line) {
         QByteArray read;
         for (int page = 1; page <= pdfInfo(path(rest), QStringLiteral("Pages")).toInt(); ++page) {
             QTemporaryDir dir;
-            const QString png = dir.filePath(QStringLiteral("page"));
-            runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("200"), QStringLiteral("-gray"),
-                                                 QStringLiteral("-f"), QString::number(page), QStringLiteral("-l"),
-                                                 QString::number(page), QStringLiteral("-singlefile"),
-                                                 QStringLiteral("-png"), path(rest), png});
-            read += zbarDecode(png + QStringLiteral(".png"));
+            read += zbarDecode(renderedPage(path(rest), page, dir.filePath(QStringLiteral("page"))));
         }
         const QDir temp(path(QStringLiteral("Temp")));
         qsizetype total = 0;
