@@ -85,17 +85,16 @@ TEST_F(SqliteConnectionTypes, ParametersAreStoredInTheColumnForms) {
 // number takes in a text column.
 TEST_F(SqliteConnectionTypes, NumberLiteralsAreStoredAsTheStatementTextWouldStoreThem) {
     connection->execute(QStringLiteral("CREATE TABLE N (K INTEGER, A, X TEXT, L INTEGER, D DOUBLE, C CURRENCY)"));
-    QStringList literals{"0",   "-0",         "7",     "-12",  "2147483648", "9223372036854775807", "9223372036854775808",
-                         "-9223372036854775808", "-9223372036854775809", "1.5", "-1.5E-05", "1E+20", "0.1",
-                         "123456789012345", "922337203685477.5807", "1.23456789012346E+300", "4.94065645841247E-324",
-                         "3.0E+5", ".5"};
+    QList<QStringList> cases = test::dataTable(QStringLiteral("platform/NumberLiterals.tsv"));
+    ASSERT_EQ(cases.size(), 28);
     // Reals as the program writes them, fifteen digits and all magnitudes.
     std::uint64_t seed = 20090715;
     for (int i = 0; i < 300; ++i) {
         seed = seed * 6364136223846793005ULL + 1442695040888963407ULL;
         const double mantissa = static_cast<double>(seed >> 11) / 9007199254740992.0;
         const int exponent = static_cast<int>((seed >> 3) % 80) - 40;
-        literals << vbDoubleText((i % 2 ? -1 : 1) * mantissa * std::pow(10.0, exponent));
+        cases.append({QStringLiteral("random"), vbDoubleText((i % 2 ? -1 : 1) * mantissa * std::pow(10.0, exponent)),
+                      QStringLiteral("as-sqlite")});
     }
     PreparedStatement insert = connection->prepare(QStringLiteral("INSERT INTO N VALUES (2, ?1, ?2, ?3, ?4, ?5)"));
     const QString stored = QStringLiteral("SELECT typeof(A)||quote(A), typeof(X)||quote(X), typeof(L)||quote(L), "
@@ -106,23 +105,25 @@ TEST_F(SqliteConnectionTypes, NumberLiteralsAreStoredAsTheStatementTextWouldStor
         for (int c = 0; c < rs.fieldCount(); ++c) values << rs.value(c).text();
         return values;
     };
-    for (const QString& literal : literals) {
+    for (const QStringList& c : cases) {
+        SCOPED_TRACE("NumberLiterals.tsv line " + c[0].toStdString() + ": " + c[1].toStdString());
         connection->execute(QStringLiteral("DELETE FROM N"));
-        connection->execute(QStringLiteral("INSERT INTO N VALUES (1, %1, %1, %1, %1, %1)").arg(literal));
-        const SqlValue number{Variant(literal), true};
+        const SqlValue number{Variant(c[1]), true};
+        if (c[2] == QLatin1String("refused")) {
+            EXPECT_THROW(insert.run({number, number, number, number, number}), VbError);
+            continue;
+        }
+        if (c[2] == QLatin1String("as-sqlite"))
+            connection->execute(QStringLiteral("INSERT INTO N VALUES (1, %1, %1, %1, %1, %1)").arg(c[1]));
         EXPECT_EQ(insert.run({number, number, number, number, number}), 1);
-        EXPECT_EQ(row(2), row(1)) << literal.toStdString();
+        EXPECT_EQ(row(2).join(QLatin1Char(' ')), c[2] == QLatin1String("as-sqlite") ? row(1).join(QLatin1Char(' ')) : c[2]);
     }
-    // Written out by hand for the cases that tell the forms apart.
     const auto single = [&](const char* literal) {
         connection->execute(QStringLiteral("DELETE FROM N"));
         const SqlValue number{Variant(QString::fromLatin1(literal)), true};
         insert.run({number, number, number, number, number});
         return row(2).join(QLatin1Char(' '));
     };
-    EXPECT_EQ(single("-9223372036854775808"),
-              QStringLiteral("integer-9223372036854775808 text'-9223372036854775808' integer-9223372036854775808 "
-                             "real-9.2233720368547758078e+18 integer-9223372036854775808"));
     // One past the largest integer is the real 2^63 in every number column.
     EXPECT_EQ(single("9223372036854775808").section(QLatin1Char(' '), 1, 1), QStringLiteral("text'9.22337203685478e+18'"));
     EXPECT_EQ(connection->query(QStringLiteral("SELECT count(*) FROM N WHERE typeof(A)='real' AND A=L AND L=D AND D=C "
@@ -130,14 +131,6 @@ TEST_F(SqliteConnectionTypes, NumberLiteralsAreStoredAsTheStatementTextWouldStor
                   .value(0)
                   .toLong(),
               1);
-    EXPECT_EQ(single("1E+20"), QStringLiteral("real1.0e+20 text'1.0e+20' real1.0e+20 real1.0e+20 real1.0e+20"));
-    EXPECT_EQ(single("3.0E+5"), QStringLiteral("real300000.0 text'300000.0' integer300000 real300000.0 integer300000"));
-    // What is no literal is refused, and the statement serves the next row.
-    for (const char* refused : {"inf", " 1", "0x10", "1,5", ""}) {
-        const SqlValue number{Variant(QString::fromLatin1(refused)), true};
-        EXPECT_THROW(insert.run({number, number, number, number, number}), VbError) << refused;
-    }
-    EXPECT_EQ(single("42"), QStringLiteral("integer42 text'42' integer42 real42.0 integer42"));
 }
 
 // A text run again is served by the statement compiled the first time. What
