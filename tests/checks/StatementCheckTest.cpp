@@ -1,7 +1,9 @@
 // The statement checks on working tables built by hand. Expected texts are
 // written out from the rules: value lines are the label padded with "_" to
 // 100 bytes of code page 932 (a full-width character counts two) and the
-// amount right-aligned in 16 characters.
+// amount right-aligned in 16 characters, the pieces checked first on widths
+// counted by hand.
+#include "checks/ValueLines.h"
 #include "checks/clsVerifyFSData.h"
 
 #include "StatementHome.h"
@@ -90,6 +92,18 @@ TEST(StatementCheckTest, RecordCutShortIsAnnounced) {
                                    QStringLiteral("　対象：") + underscores(92) + QStringLiteral("____________ 900\r\n") +
                                    QStringLiteral("　差額：") + underscores(92) + QStringLiteral("___________ -900\r\n") +
                                    kParagraphEnd);
+}
+
+TEST(ValueLinesTest, FixedStringCountsFullWidthAsTwoBytes) {
+    EXPECT_EQ(mstrFixedString(QStringLiteral("ab"), 5, QStringLiteral("_")), QStringLiteral("ab___"));
+    EXPECT_EQ(mstrFixedString(QStringLiteral("資産"), 6, QStringLiteral("_")), QStringLiteral("資産__"));
+    EXPECT_EQ(mstrFixedString(QString(), 3, QStringLiteral(" ")), QStringLiteral("   "));
+    // Longer than the width: cut; a full-width character that would straddle
+    // the last byte leaves a space instead, so the width stays exact.
+    EXPECT_EQ(mstrFixedString(QStringLiteral("abcdef"), 4, QStringLiteral("_")), QStringLiteral("abcd"));
+    EXPECT_EQ(mstrFixedString(QStringLiteral("a資産"), 4, QStringLiteral("_")), QStringLiteral("a資 "));
+    // Half-width katakana is one byte.
+    EXPECT_EQ(mstrFixedString(QStringLiteral("ｶﾅ"), 4, QStringLiteral("_")), QStringLiteral("ｶﾅ__"));
 }
 
 }  // namespace
