@@ -1,11 +1,14 @@
-// The sum-rule reader on rule records written out byte by byte.
+// The sum-rule reader on rule records written out byte by byte, and where a
+// rule file was cut off (tests/data/checks/RuleFileEnd.tsv).
 #include "checks/RuleFile.h"
+#include "checks/RuleFileEnd.h"
 
 #include "platform/VbError.h"
 #include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QTemporaryDir>
 
 namespace kelvary {
@@ -20,7 +23,6 @@ protected:
         return SequentialInput(path);
     }
 
-private:
     QTemporaryDir dir_;
 };
 
@@ -47,24 +49,33 @@ TEST_F(RuleFileTest, FindsTheRecordWhateverItsCaseAndReadsItsParts) {
 TEST_F(RuleFileTest, MissingRecordAndMissingCountsAreInputPastEnd) {
     {
         SequentialInput file = open(test::hexBytes(kRecord401));
-        try {
-            seekSumRule(file, QStringLiteral("A402"));
-            FAIL() << "a missing record was found";
-        } catch (const VbError& e) {
-            EXPECT_EQ(e.number(), vberr::InputPastEnd);
-        }
+        EXPECT_EQ(test::raised([&] { seekSumRule(file, QStringLiteral("A402")); }).number, vberr::InputPastEnd);
     }
     {
         // ":A400" and its title only.
         SequentialInput file = open(test::hexBytes("3a 41 34 30 30 0d 0a 78 0d 0a"));
         seekSumRule(file, QStringLiteral("A400"));
-        try {
-            (void)readSumRule(file);
-            FAIL() << "a record without its counts was read";
-        } catch (const VbError& e) {
-            EXPECT_EQ(e.number(), vberr::InputPastEnd);
+        EXPECT_EQ(test::raised([&] { (void)readSumRule(file); }).number, vberr::InputPastEnd);
+    }
+}
+
+TEST_F(RuleFileTest, AFileEndingEarlyLosesTheRecordsAfterTheLastOneItHolds) {
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("checks/RuleFileEnd.tsv"));
+    ASSERT_EQ(rows.size(), 10);
+    const QString path = dir_.filePath(QStringLiteral("DbtData0607H.txt"));
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 3) << "line " << row[0].toStdString();
+        SCOPED_TRACE("RuleFileEnd.tsv line " + row[0].toStdString());
+        test::writeFile(path, row[1].toLatin1());
+        if (row[2] == QLatin1String("error")) {
+            EXPECT_THROW(firstRuleCutOff(path, 400, 402), VbError);
+        } else {
+            const std::optional<int> cutOff = firstRuleCutOff(path, 400, 402);
+            EXPECT_EQ(cutOff ? QString::number(*cutOff) : QStringLiteral("none"), row[2]);
         }
     }
+    QFile::remove(path);
+    EXPECT_EQ(test::raised([&] { firstRuleCutOff(path, 400, 402); }).number, vberr::FileNotFound);
 }
 
 }  // namespace

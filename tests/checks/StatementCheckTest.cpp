@@ -1,10 +1,18 @@
 // The statement checks on working tables built by hand. Expected texts are
 // written out from the rules: value lines are the label padded with "_" to
 // 100 bytes of code page 932 (a full-width character counts two) and the
-// amount right-aligned in 16 characters.
+// amount right-aligned in 16 characters, the pieces checked first on widths
+// counted by hand.
+#include "checks/StatementReport.h"
+#include "checks/ValueLines.h"
 #include "checks/clsVerifyFSData.h"
+#include "intake/clsAnlBasicInfo.h"
+#include "intake/clsApply2Data.h"
+#include "print/PeriodImport.h"
 
 #include "StatementHome.h"
+
+#include <QSet>
 
 #include <gtest/gtest.h>
 
@@ -60,20 +68,16 @@ TEST(StatementCheckTest, SumsAllowOneUnitPerRow) {
     home.item(12, QStringLiteral("流動資産合計"), 1, 4000, 120);
     const QString record = QStringLiteral("流動資産合計の計算が合いません\r\n流動資産の計算値\r\n流動資産合計\r\n1N,12T\r\n10\r\n");
     home.writeSumRules({{400, record}});
-    clsVerifyFSData checker;
-    checker.setFSDataCode(1);
-    checker.CheckItemSum();
     // Three rows of 1,499 yen are 3 thousand; 4 is within the tolerance of three rows.
-    EXPECT_EQ(checker.Message(), QString());
-    EXPECT_FALSE(checker.ErrorFlag());
+    const Outcome within = runCheck();
+    EXPECT_EQ(within.message, QString());
+    EXPECT_FALSE(within.errorFlag);
 
     home.sql(QStringLiteral("UPDATE tmpFSItemData SET ItemValue=7000 WHERE ItemCode=12"));
-    clsVerifyFSData second;
-    second.setFSDataCode(1);
-    second.CheckItemSum();
-    EXPECT_TRUE(second.ErrorFlag());
+    const Outcome second = runCheck();
+    EXPECT_TRUE(second.errorFlag);
     // "　流動資産の計算値：" 20 bytes, "　流動資産合計：" 16, "　差額：" 8.
-    EXPECT_EQ(second.Message(), QStringLiteral("■流動資産合計の計算が合いません\r\n\r\n") + QStringLiteral("　流動資産の計算値：") +
+    EXPECT_EQ(second.message, QStringLiteral("■流動資産合計の計算が合いません\r\n\r\n") + QStringLiteral("　流動資産の計算値：") +
                                     underscores(80) + QStringLiteral("______________ 3\r\n") +
                                     QStringLiteral("　流動資産合計：") + underscores(84) + QStringLiteral("______________ 7\r\n") +
                                     QStringLiteral("　差額：") + underscores(92) + QStringLiteral("_____________ -4\r\n") +
@@ -94,6 +98,57 @@ TEST(StatementCheckTest, RecordCutShortIsAnnounced) {
                                    QStringLiteral("　対象：") + underscores(92) + QStringLiteral("____________ 900\r\n") +
                                    QStringLiteral("　差額：") + underscores(92) + QStringLiteral("___________ -900\r\n") +
                                    kParagraphEnd);
+}
+
+TEST(ValueLinesTest, FixedStringCountsFullWidthAsTwoBytes) {
+    EXPECT_EQ(mstrFixedString(QStringLiteral("ab"), 5, QStringLiteral("_")), QStringLiteral("ab___"));
+    EXPECT_EQ(mstrFixedString(QStringLiteral("資産"), 6, QStringLiteral("_")), QStringLiteral("資産__"));
+    EXPECT_EQ(mstrFixedString(QString(), 3, QStringLiteral(" ")), QStringLiteral("   "));
+    // Longer than the width: cut; a full-width character that would straddle
+    // the last byte leaves a space instead, so the width stays exact.
+    EXPECT_EQ(mstrFixedString(QStringLiteral("abcdef"), 4, QStringLiteral("_")), QStringLiteral("abcd"));
+    EXPECT_EQ(mstrFixedString(QStringLiteral("a資産"), 4, QStringLiteral("_")), QStringLiteral("a資 "));
+    // Half-width katakana is one byte.
+    EXPECT_EQ(mstrFixedString(QStringLiteral("ｶﾅ"), 4, QStringLiteral("_")), QStringLiteral("ｶﾅ__"));
+}
+
+// The statement report composer against the shipped rule files and tables.
+using test::IntakeHome;
+
+// The paragraphs of a problem list: each from its "■" line to the next.
+QStringList paragraphs(const QString& report) {
+    QStringList result;
+    for (const QString& line : report.split(QStringLiteral("\r\n"))) {
+        if (line.startsWith(QStringLiteral("■"))) result << QString();
+        if (!result.isEmpty() && !line.isEmpty()) result.last() += line + QLatin1Char('\n');
+    }
+    return result;
+}
+
+TEST(StatementReportTest, NoSingleWrongAmountShowsTheSameParagraphTwice) {
+    IntakeHome home;
+    const QString file = home.file(QStringLiteral("sample/app.dat"));
+    clsAnlBasicInfo().LoadData(file);
+    clsApply2Data().LoadData(file);
+    // The newest period, with its equity statement.
+    mCopyZaimuData(3, 15);
+    mPutSpecialItemCode(3);
+    mReplaceFixedAssets(3);
+    const QStringList codes = home.rows("SELECT DISTINCT ItemCode FROM tmpFSItemData WHERE FSDataCode=3 ORDER BY ItemCode");
+    ASSERT_GT(codes.size(), 100);
+    int failing = 0;
+    for (const QString& code : codes) {
+        const QString where = QStringLiteral(" WHERE FSDataCode=3 AND ItemCode=") + code;
+        home.exec(home.database(), ("UPDATE tmpFSItemData SET ItemValue=ItemValue+5000000" + where).toUtf8().constData());
+        QString report;
+        if (!mblnVaridateFSData(0, 3, true, report)) ++failing;
+        const QStringList found = paragraphs(report);
+        EXPECT_EQ(QSet<QString>(found.begin(), found.end()).size(), found.size())
+            << "item " << code.toStdString() << ":\n" << report.toStdString();
+        home.exec(home.database(), ("UPDATE tmpFSItemData SET ItemValue=ItemValue-5000000" + where).toUtf8().constData());
+    }
+    // The rules are there to be met: most lines take part in some sum.
+    EXPECT_GT(failing, codes.size() / 2);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include "db/clsSqlText.h"
 #include "platform/AppObject.h"
-#include "platform/TestDatabase.h"
+#include "support/ConnectedHome.h"
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
@@ -16,18 +16,9 @@
 namespace kelvary {
 namespace {
 
-using test::makeDatabase;
+using test::sqlExec;
 using test::storedValue;
 using test::writeFile;
-
-const char* const kWorkingSchema =
-    "CREATE TABLE tblIndex (IndexID INTEGER, ApplyerName TEXT, FYearNumber DOUBLE, FYearFrom DATETIME, "
-    "PrintFlag BOOLEAN DEFAULT 0);"
-    "CREATE TABLE tblWork (OldZaimuDataPath TEXT, MainDataCode INTEGER, ExcelDataFolder TEXT);"
-    "INSERT INTO tblWork VALUES ('old', 5, NULL);"
-    "CREATE TABLE tblLinkTable (TableName TEXT, DataSource TEXT);"
-    "INSERT INTO tblLinkTable VALUES ('T_FS', 'Ledra_dummy.mdb');"
-    "INSERT INTO tblLinkTable VALUES ('T_MainData', 'Ledra_dummy.mdb');";
 
 const char* const kSiblingSchema =
     "CREATE TABLE T_FS (FSDataCode INTEGER, MainDataCode INTEGER, FYearNumber DOUBLE, "
@@ -38,8 +29,8 @@ class DatabaseRoutines : public ::testing::Test {
 protected:
     void SetUp() override {
         database = home.file(QStringLiteral("SystemData.mdb"));
-        makeDatabase(database, kWorkingSchema);
-        makeDatabase(home.file(QStringLiteral("Ledra_dummy.mdb")), kSiblingSchema);
+        test::sqlExecFile(database, QStringLiteral("db/Routines.sql"));
+        sqlExec(home.file(QStringLiteral("Ledra_dummy.mdb")), kSiblingSchema);
         gstrConnectionString = QStringLiteral("provider=microsoft.jet.oledb.4.0;data source=") + database;
         gobjConnection = gobjOpenConnection();
         ASSERT_TRUE(gobjConnection);

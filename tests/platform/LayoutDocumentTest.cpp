@@ -2,6 +2,7 @@
 // refuses with a message naming the file, and clearing a page's data.
 #include "platform/LayoutDocument.h"
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -13,36 +14,12 @@
 namespace kelvary {
 namespace {
 
-const char* kTwoPages = R"({
-  "paper": "A4", "orientation": "landscape",
-  "pages": [
-    {"items": [
-      {"type": "text", "x": 10, "y": 10, "w": 50, "h": 6, "text": "見出し"},
-      {"type": "line", "x1": 10, "y1": 20, "x2": 200, "y2": 20},
-      {"type": "field", "name": "C32", "x": 10, "y": 30, "w": 20, "h": 6, "text": "0"},
-      {"type": "field", "name": "CircleProxy", "x": 40, "y": 30, "w": 8, "h": 8, "frame": "ellipse", "visible": false},
-      {"type": "image", "name": "WrImage1", "x": 10, "y": 40, "w": 50, "h": 50},
-      {"type": "group", "name": "Row01", "x": 100, "y": 100, "w": 150, "h": 6, "fields": [
-        {"type": "field", "name": "ItemName", "x": 0, "y": 0, "w": 40, "h": 6, "text": "項目"},
-        {"type": "field", "name": "A1", "x": 40, "y": 1, "w": 20, "h": 5, "align": "right"}
-      ]}
-    ]},
-    {"items": [
-      {"type": "field", "name": "C32", "x": 10, "y": 30, "w": 20, "h": 6}
-    ]}
-  ]
-})";
-
-LayoutDocument twoPages() { return LayoutDocument::fromJson(kTwoPages, QStringLiteral("Two.w30")); }
+LayoutDocument twoPages() { return LayoutDocument::load(test::testDataDir() + QStringLiteral("/platform/layouts/Two.w30")); }
 
 long errorNumberOf(const std::function<void()>& f, QString* description = nullptr) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        if (description) *description = e.description();
-        return e.number();
-    }
-    return 0;
+    const test::Raised r = test::raised(f);
+    if (description) *description = r.description;
+    return r.number;
 }
 
 TEST(LayoutDocument, MissingFieldsAndPagesAreItemNotFoundNamingTheField) {
@@ -59,38 +36,20 @@ TEST(LayoutDocument, MissingFieldsAndPagesAreItemNotFoundNamingTheField) {
     EXPECT_EQ(errorNumberOf([&] { doc.page(0); }), vberr::ItemNotFound);
 }
 
-struct Refusal {
-    const char* label;
-    const char* json;
-    const char* reason;  // part of the message
-};
-
-class LayoutRefusal : public ::testing::TestWithParam<Refusal> {};
-
-TEST_P(LayoutRefusal, NamesTheFileAndTheReason) {
-    QString why;
-    const long number = errorNumberOf(
-        [&] { LayoutDocument::fromJson(QByteArray(GetParam().json), QStringLiteral("Bad.w30")); }, &why);
-    EXPECT_EQ(number, vberr::BadFileMode);
-    EXPECT_TRUE(why.startsWith(QStringLiteral("帳票ファイル「Bad.w30」を読み込めません。"))) << why.toStdString();
-    EXPECT_TRUE(why.contains(QString::fromUtf8(GetParam().reason))) << why.toStdString();
+// The layouts of tests/data/platform/LayoutRefusals.tsv.
+TEST(LayoutDocument, RefusalsNameTheFileAndTheReason) {
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("platform/LayoutRefusals.tsv"));
+    ASSERT_EQ(rows.size(), 4);
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 3) << "line " << row[0].toStdString();
+        SCOPED_TRACE("LayoutRefusals.tsv line " + row[0].toStdString());
+        QString why;
+        EXPECT_EQ(errorNumberOf([&] { LayoutDocument::fromJson(row[1].toUtf8(), QStringLiteral("Bad.w30")); }, &why),
+                  vberr::BadFileMode);
+        EXPECT_TRUE(why.startsWith(QStringLiteral("帳票ファイル「Bad.w30」を読み込めません。"))) << why.toStdString();
+        EXPECT_TRUE(why.contains(row[2])) << why.toStdString();
+    }
 }
-
-const char* kSixPages = R"({"pages": [{"items": []}, {"items": []}, {"items": []}, {"items": []}, {"items": []}, {"items": []}]})";
-
-INSTANTIATE_TEST_SUITE_P(
-    Layouts, LayoutRefusal,
-    ::testing::Values(
-        Refusal{"truncated", R"({"pages": [)", "書式に誤り"},
-        Refusal{"sixPages", kSixPages, "5 枚まで"},
-        Refusal{"textForNumber",
-                R"({"pages": [{"items": [{"type": "field", "name": "A", "x": "1", "y": 1, "w": 1, "h": 1}]}]})",
-                "「x」は数値"},
-        Refusal{"duplicateField",
-                R"({"pages": [{"items": [{"type": "field", "name": "A", "x": 1, "y": 1, "w": 1, "h": 1},
-                                         {"type": "field", "name": "a", "x": 1, "y": 1, "w": 1, "h": 1}]}]})",
-                "「a」が重複"}),
-    [](const ::testing::TestParamInfo<Refusal>& info) { return std::string(info.param.label); });
 
 }  // namespace
 }  // namespace kelvary

@@ -24,21 +24,6 @@ using test::pdfInfo;
 using test::pdfText;
 using test::qpdfCheck;
 
-const char* kForm = R"({
-  "paper": "A4",
-  "pages": [{"items": [
-    {"type": "text", "x": 20, "y": 15, "w": 170, "h": 10, "text": "経営状況分析申請書", "size": 16, "align": "center"},
-    {"type": "box", "x": 20, "y": 30, "w": 170, "h": 20},
-    {"type": "text", "x": 22, "y": 31, "w": 40, "h": 6, "text": "商号又は名称"},
-    {"type": "field", "name": "C37", "x": 65, "y": 31, "w": 120, "h": 6},
-    {"type": "field", "name": "C32", "x": 65, "y": 40, "w": 20, "h": 6, "text": "9"},
-    {"type": "field", "name": "Memo", "x": 22, "y": 60, "w": 30, "h": 30, "wrap": true, "valign": "top"},
-    {"type": "image", "name": "WrImage1", "x": 20, "y": 100, "w": 60, "h": 60},
-    {"type": "image", "name": "WrImage2", "x": 120, "y": 100, "w": 25, "h": 25},
-    {"type": "field", "name": "VerifyID", "x": 20, "y": 285, "w": 170, "h": 5, "size": 8}
-  ]}]
-})";
-
 class PageOutput : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -48,7 +33,7 @@ protected:
     QString path(const QString& name) const { return dir_.filePath(name); }
     QStringList folderEntries() const { return QDir(dir_.path()).entryList(QDir::Files | QDir::Hidden); }
 
-    static LayoutDocument form() { return LayoutDocument::fromJson(kForm, QStringLiteral("Form.w30")); }
+    static LayoutDocument form() { return LayoutDocument::load(test::testDataDir() + QStringLiteral("/platform/layouts/Form.w30")); }
 
     QTemporaryDir dir_;
 };

@@ -97,16 +97,21 @@ inline QString pdfPageSize(const QString& pdf, int page) {
     return pdfInfo(pdf, QStringLiteral("Page %1 size").arg(page, 4), page);
 }
 
+// One page (from 1) as poppler renders it: the path of a PNG file named `base`.png.
+inline QString renderedPage(const QString& pdf, int page, const QString& base, int dpi = 200, bool gray = true) {
+    QStringList args{QStringLiteral("-r"), QString::number(dpi), QStringLiteral("-f"), QString::number(page),
+                     QStringLiteral("-l"), QString::number(page), QStringLiteral("-singlefile"), QStringLiteral("-png")};
+    if (gray) args << QStringLiteral("-gray");
+    runTool(QStringLiteral("pdftoppm"), args << pdf << base);
+    return base + QStringLiteral(".png");
+}
+
 // The payloads zbarimg reads off one page rendered at 200 dpi, sorted.
 inline QStringList decodeQrOnPage(const QString& pdf, int page) {
     QTemporaryDir dir;
-    const QString base = dir.filePath(QStringLiteral("page"));
-    runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("200"), QStringLiteral("-gray"),
-                                         QStringLiteral("-f"), QString::number(page), QStringLiteral("-l"),
-                                         QString::number(page), QStringLiteral("-singlefile"), QStringLiteral("-png"), pdf,
-                                         base});
-    const ToolRun run = runTool(QStringLiteral("zbarimg"), zbarQrOnly() << QStringLiteral("--quiet") << QStringLiteral("--xml")
-                                                                         << base + QStringLiteral(".png"));
+    const QString png = renderedPage(pdf, page, dir.filePath(QStringLiteral("page")));
+    const ToolRun run =
+        runTool(QStringLiteral("zbarimg"), zbarQrOnly() << QStringLiteral("--quiet") << QStringLiteral("--xml") << png);
     QStringList payloads;
     // One CDATA section per symbol read.
     static const QRegularExpression data(QStringLiteral("<data><!\\[CDATA\\[(.*?)\\]\\]></data>"),

@@ -21,10 +21,6 @@
 namespace kelvary {
 namespace {
 
-const char* kPage = R"({"paper": "A4", "pages": [{"items": [
-    {"type": "image", "name": "WrImage1", "x": 20, "y": 20, "w": 56, "h": 50},
-    {"type": "image", "name": "WrImage2", "x": 100, "y": 20, "w": 56, "h": 50}]}]})";
-
 // The columns of pdfimages -list after its two heading lines, one row per image.
 QList<QStringList> imageRows(const QString& pdf) {
     QList<QStringList> rows;
@@ -43,7 +39,7 @@ TEST(PdfSymbolImage, OneBitSymbolsStayOneBitLosslessAndReadable) {
     ASSERT_TRUE(dir.isValid());
     const QByteArray payloads[] = {QByteArray("\"[ApplyHeader]\",\"0000123420090715093000\",1,5"),
                                    QByteArray("\"101\",\"1284731\",").repeated(40)};
-    LayoutDocument doc = LayoutDocument::fromJson(kPage, QStringLiteral("Qr.w30"));
+    LayoutDocument doc = LayoutDocument::load(test::testDataDir() + QStringLiteral("/platform/layouts/Qr.w30"));
     for (int n = 0; n < 2; ++n) {
         const auto symbol = qr::encodeSymbol(payloads[n]);
         ASSERT_TRUE(symbol);
@@ -68,22 +64,6 @@ TEST(PdfSymbolImage, OneBitSymbolsStayOneBitLosslessAndReadable) {
     EXPECT_EQ(test::decodeQrOnPage(pdf, 1), expected);
 }
 
-// A page drawn over its images: a caption across a symbol, a struck field
-// and a framed one after it, and a symbol inside a group. The bold heading
-// sits where its letters fall across pixel edges at 300 dpi: set a fraction
-// of a unit higher or lower, it renders differently.
-const char* kLayeredPage = R"({"paper": "A4", "pages": [{"items": [
-    {"type": "box", "x": 10, "y": 10, "w": 190, "h": 120, "fill": "#e0e0e0"},
-    {"type": "text", "x": 12, "y": 94, "w": 186, "h": 6, "text": "提出者（申請書を作成したシステムの利用者）", "size": 9, "bold": true},
-    {"type": "field", "name": "Before", "x": 20, "y": 12, "w": 150, "h": 8, "size": 12},
-    {"type": "image", "name": "Under", "x": 20, "y": 20, "w": 60, "h": 60},
-    {"type": "field", "name": "Over", "x": 15, "y": 45, "w": 80, "h": 10, "size": 20, "bold": true},
-    {"type": "field", "name": "Struck", "x": 100, "y": 20, "w": 80, "h": 8, "size": 10, "frame": "box"},
-    {"type": "group", "name": "Slot", "x": 100, "y": 30, "w": 60, "h": 70, "fields": [
-        {"type": "image", "name": "Symbol", "x": 0, "y": 0, "w": 50, "h": 50, "frame": "ellipse"},
-        {"type": "field", "name": "Caption", "x": 0, "y": 52, "w": 60, "h": 8, "size": 9}]},
-    {"type": "field", "name": "After", "x": 20, "y": 110, "w": 170, "h": 20, "size": 11, "wrap": true}]}]})";
-
 // The page as files were written while pages were recorded as pictures and
 // replayed: one picture with the images inside, replayed by Qt onto a writer
 // set up as the PDF files are.
@@ -107,10 +87,7 @@ void writeAsOnePicture(const LayoutDocument& doc, const QString& path) {
 
 // Page 1 as poppler renders it at 300 dpi.
 QImage renderedAt300Dpi(const QString& pdf) {
-    const QString base = pdf + QStringLiteral("-300");
-    test::runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("300"), QStringLiteral("-singlefile"),
-                                               QStringLiteral("-png"), pdf, base});
-    return QImage(base + QStringLiteral(".png"));
+    return QImage(test::renderedPage(pdf, 1, pdf + QStringLiteral("-300"), 300, false));
 }
 
 // Fills every field of the page: a symbol per image, a line of text per text.
@@ -149,12 +126,16 @@ qsizetype differingPixels(const QImage& expected, const QImage& got) {
 // for the preview and written later (its fields cleared and its symbol files
 // written over by then, as the next pages do), both against the page replayed
 // from one recorded picture.
+// Layered.w30 is a page drawn over its images: a caption across a symbol, a
+// struck field and a framed one after it, and a symbol inside a group. Its
+// bold heading sits where its letters fall across pixel edges at 300 dpi:
+// set a fraction of a unit higher or lower, it renders differently.
 TEST(PdfSymbolImage, PagesDrawnStraightOrKeptRenderPixelForPixelAsOneRecordedPicture) {
     installFontSubstitutions();
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
     const QString qrLayout = QStringLiteral(KELVARY_TEST_TEMPLATE_DIR "/PrintFile/FSQRCode.w30");
-    const QList<LayoutDocument> docs{LayoutDocument::fromJson(kLayeredPage, QStringLiteral("Layered.w30")),
+    const QList<LayoutDocument> docs{LayoutDocument::load(test::testDataDir() + QStringLiteral("/platform/layouts/Layered.w30")),
                                      LayoutDocument::load(qrLayout)};
     for (qsizetype d = 0; d < docs.size(); ++d) {
         LayoutDocument doc = docs[d];

@@ -17,30 +17,17 @@ using Version = std::array<quint16, 4>;
 using test::hexBytes;
 
 // Little-endian writer that grows its bytes as needed.
-class Writer {
-public:
-    explicit Writer(QByteArray bytes = {}) : bytes_(std::move(bytes)) {}
-    Writer& at(qsizetype offset) {
-        pos_ = offset;
-        return *this;
-    }
+struct Writer {
+    QByteArray bytes;
+    qsizetype pos = 0;
+    Writer& at(qsizetype offset) { return pos = offset, *this; }
     Writer& raw(const QByteArray& data) {
-        const qsizetype missing = pos_ + data.size() - bytes_.size();
-        if (missing > 0) bytes_.append(QByteArray(missing, '\0'));
-        bytes_.replace(pos_, data.size(), data);
-        pos_ += data.size();
-        return *this;
+        if (pos + data.size() > bytes.size()) bytes.resize(pos + data.size(), '\0');
+        bytes.replace(pos, data.size(), data);
+        return pos += data.size(), *this;
     }
-    Writer& u16(quint16 v) {
-        const char pair[2] = {char(v & 0xFF), char(v >> 8)};
-        return raw(QByteArray(pair, 2));
-    }
+    Writer& u16(quint16 v) { return raw(QByteArray(1, char(v & 0xFF)) + char(v >> 8)); }
     Writer& u32(quint32 v) { return u16(quint16(v & 0xFFFF)).u16(quint16(v >> 16)); }
-    QByteArray bytes() const { return bytes_; }
-
-private:
-    QByteArray bytes_;
-    qsizetype pos_ = 0;
 };
 
 // VS_VERSIONINFO with no children: file version 3.1.4.15, product version
@@ -96,7 +83,7 @@ QByteArray buildPe(const Layout& layout = {}) {
     w.at(kRsrcFile + kLanguages + 14).u16(1).u32(0x411).u32(kDataEntry);
     w.at(kRsrcFile + kDataEntry).u32(kRsrcRva + kBlock).u32(quint32(layout.block.size())).u32(0).u32(0);
     w.at(kRsrcFile + kBlock).raw(layout.block);
-    return w.bytes();
+    return w.bytes;
 }
 
 class PeVersionTest : public ::testing::Test {
@@ -119,7 +106,7 @@ TEST_F(PeVersionTest, ReadsTheFileVersionOfPe32AndPe32PlusImages) {
 
 TEST_F(PeVersionTest, VersionHalvesAreUnsigned) {
     Layout layout;
-    layout.block = Writer(versionBlock()).at(kFileVersionInBlock).u32(0xFFFF0000u).u32(0x0001FFFFu).bytes();
+    layout.block = Writer{versionBlock()}.at(kFileVersionInBlock).u32(0xFFFF0000u).u32(0x0001FFFFu).bytes;
     EXPECT_EQ(peFileVersionOfImage(buildPe(layout)), (Version{65535, 0, 1, 65535}));
 }
 

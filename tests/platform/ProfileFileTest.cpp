@@ -107,13 +107,9 @@ TEST_F(ProfileFileTest, LongValuesAreCutTo1023Bytes) {
 
 TEST_F(ProfileFileTest, WriteIntoAMissingFolderFailsWithPathNotFound) {
     const QString file = path("no such folder/UserData.ini");
-    try {
-        writeProfileString(file, "S", "k", "v");
-        FAIL() << "no error";
-    } catch (const VbError& e) {
-        EXPECT_EQ(e.number(), vberr::PathNotFound);
-        EXPECT_TRUE(e.description().contains(QDir::toNativeSeparators(file))) << e.description().toStdString();
-    }
+    const test::Raised r = test::raised([&] { writeProfileString(file, "S", "k", "v"); });
+    EXPECT_EQ(r.number, vberr::PathNotFound);
+    EXPECT_TRUE(r.description.contains(QDir::toNativeSeparators(file))) << r.description.toStdString();
 }
 
 // A batch leaves the file alone until it is committed, reads see its

@@ -3,7 +3,9 @@
 // in brackets for whoever looks into it.
 #include "platform/SqliteConnection.h"
 
-#include "platform/TestDatabase.h"
+#include "support/ConnectedHome.h"
+
+#include <sqlite3.h>
 #include "platform/VbError.h"
 
 #include <QFile>
@@ -18,23 +20,19 @@
 namespace kelvary {
 namespace {
 
-using test::makeDatabase;
+using test::sqlExec;
 
 QString descriptionOf(const std::function<void()>& body) {
-    try {
-        body();
-    } catch (const VbError& e) {
-        return e.description();
-    }
-    return QStringLiteral("<no error>");
+    const test::Raised r = test::raised(body);
+    return r.number != 0 ? r.description : QStringLiteral("<no error>");
 }
 
 class SqliteConnectionFault : public ::testing::Test {
 protected:
     void SetUp() override {
-        makeDatabase(main, "CREATE TABLE tblWork (ID INTEGER);");
+        sqlExec(main, "CREATE TABLE tblWork (ID INTEGER);");
         // Enough rows to fill several pages, so a cut file lacks some of them.
-        makeDatabase(sibling, "CREATE TABLE T_FS (FSDataCode INTEGER, Note TEXT);"
+        sqlExec(sibling, "CREATE TABLE T_FS (FSDataCode INTEGER, Note TEXT);"
                               "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 400) "
                               "INSERT INTO T_FS SELECT i, printf('%0200d', i) FROM n;");
     }

@@ -1,20 +1,18 @@
-// Variant conversions as VB performs them; the payload texts are built from these forms.
+// Variant conversions and VB Format as VB performs them; the payload texts are
+// built from these forms. Format goes case by case from tests/data/platform/VbFormat.tsv:
+// the patterns the program prints with, the values VB gives for them, and
+// patterns that must be refused.
 #include "platform/Variant.h"
+#include "platform/VbFormat.h"
 #include "platform/VbError.h"
+#include "support/TestSupport.h"
 
 #include <gtest/gtest.h>
 
 using namespace kelvary;
 
 namespace {
-long errorNumberOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
+long errorNumberOf(const std::function<void()>& f) { return test::raised(f).number; }
 }  // namespace
 
 TEST(VariantText, NullRaisesInCStrButNotInConcatenation) {
@@ -46,4 +44,17 @@ TEST(VariantDates, TextsAndSerials) {
 
 TEST(VariantCurrency, FourDecimalsRoundedHalfToEven) {
     EXPECT_EQ(Variant(2.345678).toCurrency().scaled, 23457);
+}
+
+TEST(VbFormat, EveryCaseOfTheTable) {
+    const QList<QStringList> rows = test::dataTable(QStringLiteral("platform/VbFormat.tsv"));
+    ASSERT_EQ(rows.size(), 49);
+    for (const QStringList& row : rows) {
+        ASSERT_EQ(row.size(), 4) << "line " << row[0].toStdString();
+        SCOPED_TRACE("VbFormat.tsv line " + row[0].toStdString() + ": " + row[2].toStdString());
+        QString got;
+        const long number = test::raised([&] { got = vbFormat(test::variantCell(row[1]), row[2]); }).number;
+        EXPECT_EQ(number == 0 ? got : QStringLiteral("refused"), row[3]);
+        EXPECT_TRUE(number == 0 || number == vberr::InvalidProcedureCall) << number;
+    }
 }

@@ -5,10 +5,8 @@
 #include "support/ConnectedHome.h"
 #include "support/TestSupport.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
@@ -27,7 +25,6 @@ const auto column = sqlColumn;
 class SampleRun : public ::testing::Test {
 protected:
     QString db() const { return home.file(QStringLiteral("SystemData.mdb")); }
-    QString sampleApp() const { return home.file(QStringLiteral("sample/app.dat")); }
     ProcessResult run(QStringList options) {
         options.prepend(home.path());
         options.prepend(QStringLiteral("--home"));
@@ -37,9 +34,6 @@ protected:
     ScratchHome home;
 };
 
-}  // namespace
-
-namespace {
 // What a run leaves for the agency and the user: every payload text (the
 // run's document ID taken out), the number of pages, and every working table
 // with the storage class of each value.
@@ -92,24 +86,6 @@ TEST(SampleJetRun, JetTwinsOfTheSiblingDatabaseGiveTheSamePayloadsPagesAndTables
         for (const auto& [name, rows] : sqlite.payloads) EXPECT_EQ(jet.payloads.at(name), rows) << name.toStdString();
         for (const auto& [table, rows] : sqlite.tables) EXPECT_EQ(jet.tables.at(table), rows) << table.toStdString();
     }
-}
-
-TEST(SampleJetRun, ASecondRunTakesTheCopyOfTheFirst) {
-    ScratchHome home;
-    writeFile(home.file("sample/Ledra.mdb"), readFile(testDataDir() + QStringLiteral("/jet/Ledra-V2000.mdb")));
-    const QStringList arguments{"--batch", "--home", home.path(), "--mode", "3", "--periods", "all", "--pdf",
-                                home.file("out.pdf"), home.file("sample/app.dat")};
-    ASSERT_EQ(runKelvary(arguments).exitCode, 0);
-    const QDir temp(home.file("Temp"));
-    const QStringList copies = temp.entryList({QStringLiteral("*.sqlite")}, QDir::Files);
-    ASSERT_EQ(copies.size(), 1);
-    const QFileInfo copy(temp.filePath(copies.first()));
-    const QDateTime made = copy.lastModified();
-    const ProcessResult second = runKelvary(arguments);
-    EXPECT_EQ(second.exitCode, 0) << second.standardError.toStdString();
-    EXPECT_EQ(temp.entryList({QStringLiteral("*.sqlite")}, QDir::Files), copies);
-    EXPECT_EQ(QFileInfo(copy.filePath()).lastModified(), made);
-    EXPECT_EQ(column(home.file("SystemData.mdb"), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"3"});
 }
 
 namespace {

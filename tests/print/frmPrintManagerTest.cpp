@@ -26,16 +26,6 @@
 namespace kelvary {
 namespace {
 
-const char* kProbe = R"({
-  "paper": "A4",
-  "pages": [
-    {"items": [
-      {"type": "text", "x": 20, "y": 10, "w": 170, "h": 8, "text": "試験帳票", "align": "center"},
-      {"type": "field", "name": "VerifyID", "x": 20, "y": 285, "w": 170, "h": 5, "size": 8}
-    ]}
-  ]
-})";
-
 TEST(PrintManager, PreviewOpensOnAWholePageWithItsNumberAndZoomInSight) {
     test::RecordingUiGuard ui;
     ui->batch = false;
@@ -43,7 +33,8 @@ TEST(PrintManager, PreviewOpensOnAWholePageWithItsNumberAndZoomInSight) {
     installFontSubstitutions();
     app::setPath(home.path());
     ASSERT_TRUE(QDir().mkpath(home.file(QStringLiteral("PrintFile"))));
-    test::writeFile(home.file(QStringLiteral("PrintFile/Probe.w30")), kProbe);
+    test::writeFile(home.file(QStringLiteral("PrintFile/Probe.w30")),
+                    test::readFile(test::testDataDir() + QStringLiteral("/platform/layouts/Probe.w30")));
     setOptionFields(CommandFields{QStringLiteral("app.dat"), QString(), QString(), OutputMode::Print});
     frmMDIForm main;  // 800 x 600, the size the preview used to copy
     main.show();

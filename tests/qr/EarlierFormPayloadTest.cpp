@@ -20,36 +20,13 @@ QByteArray bytes(const QString& text) { return cp932Encode(text); }
 
 class EarlierForm : public ::testing::Test {
 protected:
-    // Period 21: 41 items (two ZaimuData symbols), one renamed item, one
-    // note and one equity row, so that every count of the header differs
-    // from its neighbour's default. Its edition code would stand for
-    // 2010-04-01 in the current edition.
+    // tests/data/qr/EarlierPeriod.sql, item 7 renamed against the master.
     void insertPeriod() {
-        home.exec(QStringLiteral(
-            "INSERT INTO tmpFSInfoData (FSDataCode, FYearNumber, FYearFrom, FYearTo, ApplyerName, "
-            "Distinction, TaxType, TaxFreeFlag, SideBusinessFlag, EnforceDate, EnforceDatesub, "
-            "VersionNumber, NoteTrustDebt) VALUES (21, 8, '2006-04-01', '2007-03-31', '南建設株式会社', 1, "
-            "2, "
-            "0, 1, '2006-07-01', '201004', '2.0', 25999)"));
-        for (int code = 1; code <= 41; ++code)
-            home.exec(
-                QStringLiteral("INSERT INTO tmpFSItemData (ID, FSDataCode, FSItemID, ItemCode, ItemName, "
-                               "ItemValue, NameChangeFlag, DocCode, SortNumber) VALUES "
-                               "(%1, 21, %1, %1, 'x', %2, %3, 1, %1)")
-                    .arg(code)
-                    .arg(code * 1000)
-                    .arg(code == 7 ? 1 : 0));
-        home.execSibling(
-            QStringLiteral("DELETE FROM M_FSItem WHERE ItemCode=7;"
-                           "INSERT INTO M_FSItem (ItemCode, ItemName, SortNumber_H, SortNumber_K) "
-                           "VALUES (7, 'master7', 7, 7)"));
-        home.exec(QStringLiteral(
-            "UPDATE tmpFSItemData SET ItemName='工事未払金(下請)' WHERE ItemCode=7;"
-            "INSERT INTO tmpFSNoteData (FSDataCode, AccountWayConsumptionTax) VALUES (21, '税抜方式');"
-            "INSERT INTO tmpFSCapitalRow (FSDataCode, RowNo, RowName, ItemCode, ItemType, Capital) "
-            "VALUES (21, 1, '前期末残高', 4001, 1, 10000000)"));
+        home.execFile(QStringLiteral("qr/EarlierPeriod.sql"));
+        home.execSibling(QStringLiteral("DELETE FROM M_FSItem WHERE ItemCode=7;"
+                                        "INSERT INTO M_FSItem (ItemCode, ItemName, SortNumber_H, SortNumber_K) "
+                                        "VALUES (7, 'master7', 7, 7)"));
     }
-
     void SetUp() override { qr.setVerifyID(kId); }
 
     QrHome home;

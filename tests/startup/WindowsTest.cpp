@@ -1,27 +1,32 @@
 // The main window's caption, the progress window, Qt's own texts and the
-// file dialog of a start without a file, on the offscreen platform.
+// file dialog of a start without a file, on the offscreen platform; message
+// boxes and the error display: a warning's default answer, the settings
+// switch that silences the display but never the log, and the error trap
+// that routines run under.
 #include "checks/frmCheckReport.h"
 #include "platform/AppObject.h"
+#include "platform/VbError.h"
+#include "qr/ResumeTrap.h"
 #include "startup/ApplicationFileDialog.h"
-#include "startup/JapaneseTranslations.h"
+#include "startup/BatchUserInterface.h"
 #include "startup/frmMDIForm.h"
 #include "startup/frmMsg.h"
+#include "startup/JapaneseTranslations.h"
 #include "startup/mdlFunctionApplication.h"
 #include "startup/mdlFunctionStandard.h"
 #include "startup/mdlVersion.h"
+#include "startup/QtUserInterface.h"
 #include "support/RecordingUi.h"
 #include "support/TestSupport.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QMenu>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
@@ -29,9 +34,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTranslator>
-#include <QTreeView>
 
-#include <memory>
 #include <gtest/gtest.h>
 
 using namespace kelvary;
@@ -75,21 +78,14 @@ protected:
     const QLocale before_;
 };
 
-TEST_F(QtInJapanese, StandardButtonsAndTheTextBoxMenu) {
+TEST_F(QtInJapanese, StandardButtons) {
     QDialogButtonBox box(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Yes |
                          QDialogButtonBox::No | QDialogButtonBox::Close);
     EXPECT_EQ(box.button(QDialogButtonBox::Cancel)->text(), QStringLiteral("キャンセル"));
     EXPECT_EQ(box.button(QDialogButtonBox::Yes)->text(), QStringLiteral("はい(&Y)"));
     EXPECT_EQ(box.button(QDialogButtonBox::No)->text(), QStringLiteral("いいえ(&N)"));
     EXPECT_EQ(box.button(QDialogButtonBox::Close)->text(), QStringLiteral("閉じる"));
-
-    QLineEdit edit(QStringLiteral("abc"));
-    std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
-    QStringList texts;
-    for (const QAction* a : menu->actions())
-        if (!a->isSeparator()) texts << a->text().section(QLatin1Char('\t'), 0, 0);
-    EXPECT_TRUE(texts.contains(QStringLiteral("コピー(&C)"))) << texts.join(QLatin1Char('|')).toStdString();
-    EXPECT_TRUE(texts.contains(QStringLiteral("すべてを選択"))) << texts.join(QLatin1Char('|')).toStdString();
+    // The text box menu: Program.cases, QtTextsAreJapaneseOnAnyLocale.
 }
 
 TEST_F(QtInJapanese, FileDialogOpensInTheLastFolderAndKeepsTheChosenOne) {
@@ -112,18 +108,7 @@ TEST_F(QtInJapanese, FileDialogOpensInTheLastFolderAndKeepsTheChosenOne) {
         checked = true;
         EXPECT_EQ(QDir(dialog->directory()).canonicalPath(), QDir(last).canonicalPath());
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("申請データファイルを開く"));
-        EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("lookInLabel"))->text(), QStringLiteral("アドレス:"));
-        EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("fileNameLabel"))->text(), QStringLiteral("ファイル名(&N):"));
-        EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("fileTypeLabel"))->text(),
-                  QStringLiteral("ファイルの種類:"));
-        auto* buttons = dialog->findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
-        EXPECT_EQ(buttons->button(QDialogButtonBox::Open)->text(), QStringLiteral("開く(&O)"));
-        EXPECT_EQ(buttons->button(QDialogButtonBox::Cancel)->text(), QStringLiteral("キャンセル"));
-        auto* details = dialog->findChild<QTreeView*>(QStringLiteral("treeView"));
-        QStringList headings;
-        for (int c = 0; c < 4; ++c) headings << details->model()->headerData(c, Qt::Horizontal).toString();
-        EXPECT_EQ(headings, (QStringList{QStringLiteral("名前"), QStringLiteral("サイズ"), QStringLiteral("タイプ"),
-                                         QStringLiteral("更新日")}));
+        // Its labels, buttons and columns in Japanese: Program.cases, QtTextsAreJapaneseOnAnyLocale.
         // Only the application data files are listed, once the folder is read.
         auto* view = dialog->findChild<QListView*>(QStringLiteral("listView"));
         (void)QTest::qWaitFor([&] { return view->model()->rowCount(view->rootIndex()) == 2; }, 5000);
@@ -152,4 +137,121 @@ TEST(Captions, MainWindowAndProblemList) {
         << main.windowTitle().toStdString();
     frmCheckReport report;
     EXPECT_EQ(report.windowTitle(), QStringLiteral("入力内容の問題点一覧"));
+}
+
+using kelvary::test::RecordingUiGuard;
+
+namespace {
+
+using test::ProgramFolder;
+
+QString logText(const ProgramFolder& folder) {
+    return QString::fromUtf8(test::readFile(folder.file(QStringLiteral("Temp/kelvary.log"))));
+}
+
+bool reportInMode(int mode, long number) {
+    try {
+        throw VbError(number, QStringLiteral("説明"));
+    } catch (...) {
+        return ShowErrMsg(QStringLiteral("場所A"), mode);
+    }
+}
+
+}  // namespace
+
+TEST(QtMessageBox, WarningKindAnswersNoToEnter) {
+    setUserInterface(std::make_unique<QtUserInterface>());
+    bool sawBox = false;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return;
+        sawBox = true;
+        EXPECT_EQ(box->icon(), QMessageBox::Warning);
+        EXPECT_EQ(box->windowTitle(), QStringLiteral("警告"));
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    const bool result = gMsgbox(2, QStringLiteral("上書きしますか？"));
+    setUserInterface(nullptr);
+    EXPECT_TRUE(sawBox);
+    EXPECT_FALSE(result);
+}
+
+TEST(ShowErrMsg, SilentWithoutSettingButAlwaysLogged) {
+    ProgramFolder folder;
+    RecordingUiGuard ui;
+    ui->yesNoAnswer = MsgAnswer::Yes;
+    EXPECT_FALSE(reportInMode(2, 13));
+    EXPECT_TRUE(ui->messages.isEmpty());
+    EXPECT_TRUE(logText(folder).contains(QStringLiteral("場所： 場所A")));
+}
+
+namespace {
+const QByteArray kShownErrors = "[System]\r\nShowErrMsg=-1\r\n";
+}  // namespace
+
+TEST(ErrorTrap, AFailureIsReportedOnceWithItsPlaceAndTheRoutineGivesItsEmptyResult) {
+    ProgramFolder folder(kShownErrors);
+    RecordingUiGuard ui;
+    EXPECT_EQ(trapped(QStringLiteral("mRead"), 1, QStringLiteral("空"),
+                      [] () -> QString { throw VbError(vberr::FileNotFound, QStringLiteral("ない")); }),
+              QStringLiteral("空"));
+    ASSERT_EQ(ui->messages.size(), 1);
+    const QString text = ui->messages[0].request.text;
+    EXPECT_TRUE(text.contains(QStringLiteral("場所： mRead\r\n"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("内容： ない"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("処理を中断します。"))) << text.toStdString();
+
+    // A body that runs through gives its own result and reports nothing.
+    EXPECT_EQ(trapped(QStringLiteral("mRead"), 1, QStringLiteral("空"), [] { return QStringLiteral("値"); }),
+              QStringLiteral("値"));
+    EXPECT_TRUE(trapped(QStringLiteral("mRead"), 0, [] {}).ran);
+    EXPECT_EQ(ui->messages.size(), 1);
+}
+
+TEST(ErrorTrap, APlaceThatNamesTheFaultIsMadeOnlyForTheReportAndSeesTheBodysState) {
+    ProgramFolder folder(kShownErrors);
+    RecordingUiGuard ui;
+    int made = 0;
+    int code = 0;
+    const auto place = [&] {
+        ++made;
+        return QStringLiteral("gblnCheck Code=A") + QString::number(code);
+    };
+    EXPECT_TRUE(trapped(place, 0, [&] { code = 1; }).ran);
+    EXPECT_EQ(made, 0);
+    const TrapEnd end = trapped(place, 0, [&] {
+        code = 471;
+        throw VbError::standard(vberr::InputPastEnd);
+    });
+    EXPECT_FALSE(end.ran);
+    EXPECT_EQ(made, 1);
+    ASSERT_EQ(ui->messages.size(), 1);
+    EXPECT_TRUE(ui->messages[0].request.text.contains(QStringLiteral("場所： gblnCheck Code=A471\r\n")));
+}
+
+// Mode 2 asks whether to go on: Yes resumes the builder with its next step,
+// No ends it, and no step after that runs or is reported.
+TEST(ErrorTrap, AResumeTrapGoesOnAfterYesAndEndsAfterNo) {
+    ProgramFolder folder(kShownErrors);
+    RecordingUiGuard ui;
+    const auto fail = [] { throw VbError::standard(vberr::DivisionByZero); };
+    QStringList made;
+
+    ui->yesNoAnswer = MsgAnswer::Yes;
+    qr::ResumeTrap resumed(QStringLiteral("mMakeQRCodeFS"));
+    EXPECT_FALSE(resumed.run(fail));
+    EXPECT_TRUE(resumed.run([&] { made << QStringLiteral("after yes"); }));
+    EXPECT_FALSE(resumed.ended());
+    ASSERT_EQ(ui->messages.size(), 1);
+    EXPECT_EQ(ui->messages[0].request.buttons, MsgButtons::YesNo);
+    EXPECT_TRUE(ui->messages[0].request.text.contains(QStringLiteral("処理を続けますか？")));
+
+    ui->yesNoAnswer = MsgAnswer::No;
+    qr::ResumeTrap ended(QStringLiteral("mMakeQRCodeFS"));
+    EXPECT_FALSE(ended.run(fail));
+    EXPECT_TRUE(ended.ended());
+    EXPECT_FALSE(ended.run([&] { made << QStringLiteral("after no"); }));
+    EXPECT_FALSE(ended.run(fail));
+    EXPECT_EQ(made, QStringList{QStringLiteral("after yes")});
+    EXPECT_EQ(ui->messages.size(), 2);
 }

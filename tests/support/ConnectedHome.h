@@ -47,6 +47,13 @@ QStringList sqlColumn(const QString& database, const char* sql);
 // Each row of a query as its columns' texts joined by "|", Null as "NULL".
 QStringList sqlRows(const QString& database, const QString& query);
 
+// The first column of the first row as SQLite stores it, written as
+// "typeof:value" (for example "text:2008-04-01", "integer:1", "null:").
+inline QString storedValue(const QString& database, const char* sql) {
+    const QByteArray typed = "WITH q(v) AS (" + QByteArray(sql) + ") SELECT typeof(v) || ':' || ifnull(v, '') FROM q";
+    return sqlColumn(database, typed.constData()).value(0);
+}
+
 // The places ("場所：" lines) of the error reports shown so far.
 QStringList errorPlaces(const RecordingUi& ui);
 

@@ -1,6 +1,8 @@
 // Helpers shared by the tests.
 #include "support/TestSupport.h"
 
+#include "platform/VbError.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -29,6 +31,15 @@ QByteArray zbarDecode(const QString& imagePath) {
         return QByteArray("<zbarimg did not finish>");
     }
     return zbar.readAllStandardOutput();
+}
+
+Raised raised(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const VbError& e) {
+        return {e.number(), e.description()};
+    }
+    return {};
 }
 
 QByteArray readFile(const QString& path) {

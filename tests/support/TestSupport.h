@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <ostream>
 
 // Failed comparisons show Japanese texts themselves, not their code units.
@@ -29,6 +30,14 @@ inline QStringList zbarQrOnly() {
 
 // What zbar reads from an image: the symbol's bytes as they were encoded.
 QByteArray zbarDecode(const QString& imagePath);
+
+// What an action raised: the number and description of its VbError, or
+// number 0 and no description when it raised none.
+struct Raised {
+    long number = 0;
+    QString description;
+};
+Raised raised(const std::function<void()>& action);
 
 // A file's bytes (empty when it cannot be read), and writing them.
 QByteArray readFile(const QString& path);
