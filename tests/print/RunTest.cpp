@@ -88,6 +88,26 @@ TEST(SampleJetRun, JetTwinsOfTheSiblingDatabaseGiveTheSamePayloadsPagesAndTables
     }
 }
 
+// Two runs in one program folder on the same Jet file: the second takes the
+// copy the first made rather than reading the file again.
+TEST(SampleJetRun, ASecondRunTakesTheCopyOfTheFirst) {
+    ScratchHome home;
+    writeFile(home.file("sample/Ledra.mdb"), readFile(testDataDir() + QStringLiteral("/jet/Ledra-V2000.mdb")));
+    const QStringList arguments{"--batch", "--home", home.path(), "--mode", "3", "--periods", "all", "--pdf",
+                                home.file("out.pdf"), home.file("sample/app.dat")};
+    ASSERT_EQ(runKelvary(arguments).exitCode, 0);
+    const QDir temp(home.file("Temp"));
+    const QStringList copies = temp.entryList({QStringLiteral("*.sqlite")}, QDir::Files);
+    ASSERT_EQ(copies.size(), 1);
+    const QFileInfo copy(temp.filePath(copies.first()));
+    const QDateTime made = copy.lastModified();
+    const ProcessResult second = runKelvary(arguments);
+    EXPECT_EQ(second.exitCode, 0) << second.standardError.toStdString();
+    EXPECT_EQ(temp.entryList({QStringLiteral("*.sqlite")}, QDir::Files), copies);
+    EXPECT_EQ(QFileInfo(copy.filePath()).lastModified(), made);
+    EXPECT_EQ(column(home.file("SystemData.mdb"), "SELECT COUNT(*) FROM tmpFSInfoData"), QStringList{"3"});
+}
+
 namespace {
 // Rows of one statement on a connection the test opens itself, each row's
 // columns joined by '|'.
