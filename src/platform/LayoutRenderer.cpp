@@ -42,9 +42,10 @@ QFont fontFor(const TextStyle& style, const QString& family) {
     return font;
 }
 
-// A font's metrics, and the advances of the characters measured so far. A page has a few dozen fields in a handful of
-// fonts and sizes; making the metrics anew for every field, and for every
-// size tried while shrinking one, cost more than drawing the text.
+// A font's metrics, and the advances of the characters measured so far. A
+// page has a few dozen fields in a handful of fonts and sizes; making the
+// metrics anew for every field, and for every size tried while shrinking one,
+// cost more than drawing the text.
 struct MeasuredFont {
     QFontMetricsF metrics;
     double lineSpacing;

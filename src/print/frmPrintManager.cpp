@@ -265,24 +265,18 @@ void frmPrintManager::EndPrint() {
 void frmPrintManager::gPdfClose() {
     if (!mPdf) return;
     std::unique_ptr<PdfFileWriter> pdf = std::move(mPdf);
-    const TrapEnd closed = trapped(QStringLiteral("gPdfClose"), 1, [&] {
-        withEarlierFileNote(mstrCommand[1], [&] {
-            // Errors the run went on past leave their pages as the run made
-            // them, and the file is written; only a page that could not go into
-            // the file withholds it, so that no file lacks a page it was given.
-            if (mblnOutputFailed) {
-                gMsgbox(0, QStringLiteral("エラーが発生したため、PDFファイル「") + mstrCommand[1] +
-                               QStringLiteral("」は作成しませんでした。") + earlierFileNote(mstrCommand[1]));
-                return;
-            }
-            if (pdf->pageCount() == 0) {
-                gMsgbox(0, QStringLiteral("出力するページがないため、PDFファイル「") + mstrCommand[1] +
-                               QStringLiteral("」は作成しませんでした。") + earlierFileNote(mstrCommand[1]));
-                return;
-            }
-            pdf->commit();
-        });
-    });
+    const QString& path = mstrCommand[1];
+    const auto notWritten = [&](const QString& because) {
+        gMsgbox(0, because + QStringLiteral("、PDFファイル「") + path + QStringLiteral("」は作成しませんでした。") +
+                       earlierFileNote(path));
+    };
+    // Errors the run went on past leave their pages as the run made them, and
+    // the file is written; only a page that could not go into the file
+    // withholds it, so that no file lacks a page it was given.
+    if (mblnOutputFailed) return notWritten(QStringLiteral("エラーが発生したため"));
+    if (pdf->pageCount() == 0) return notWritten(QStringLiteral("出力するページがないため"));
+    const TrapEnd closed =
+        trapped(QStringLiteral("gPdfClose"), 1, [&] { withEarlierFileNote(path, [&] { pdf->commit(); }); });
     if (!closed) mblnOutputFailed = true;
 }
 
