@@ -9,16 +9,20 @@
 #include <QFontMetricsF>
 #include <QHash>
 #include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
+#include <QRawFont>
 #include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <map>
 #include <memory>
 #include <tuple>
+#include <vector>
 
 namespace kelvary {
 
@@ -35,10 +39,61 @@ QRectF units(const QRectF& mm) { return {units(mm.x()), units(mm.y()), units(mm.
 // doubled letters as they do for any overprinted bold.
 constexpr double kBoldShift = 0.04;
 
-QFont fontFor(const TextStyle& style, const QString& family) {
+// Which characters a family has itself, without falling back on others.
+class FamilyCoverage {
+public:
+    // font: the family alone, at any size (its characters are the same at
+    // every size; one the pages use spares making a font engine for this).
+    explicit FamilyCoverage(const QFont& font) : font_(QRawFont::fromFont(font)) {}
+
+    bool hasEvery(QStringView text) {
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            char32_t c = text[i].unicode();
+            if (QChar::isHighSurrogate(c) && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+                c = QChar::surrogateToUcs4(text[i], text[i + 1]);
+                ++i;
+            }
+            if (c == u'\r' || c == u'\n') continue;  // never drawn: they break lines
+            if (!has(c)) return false;
+        }
+        return true;
+    }
+
+private:
+    bool has(char32_t c) {
+        if (c >= basicPlane_.size()) return font_.supportsCharacter(c);
+        std::uint8_t& known = basicPlane_[c];
+        if (known == kUnknown) known = font_.supportsCharacter(c) ? kHas : kLacks;
+        return known == kHas;
+    }
+
+    enum : std::uint8_t { kUnknown, kHas, kLacks };
+    QRawFont font_;
+    std::vector<std::uint8_t> basicPlane_ = std::vector<std::uint8_t>(0x10000, kUnknown);
+};
+
+bool hasEvery(const QFont& alone, QStringView text) {
+    thread_local std::map<QString, std::unique_ptr<FamilyCoverage>> families;
+    std::unique_ptr<FamilyCoverage>& entry = families[alone.family()];
+    if (!entry) entry = std::make_unique<FamilyCoverage>(alone);
+    return entry->hasEvery(text);
+}
+
+// Qt looks for fall-back fonts for each script in a text (through
+// fontconfig) and keeps a font engine per script and size: in a PDF file that
+// cost about as much as drawing the pages' texts. A text the form's font has
+// every character of could never use a fall-back, so there it is drawn by
+// that font alone: the same engine, the same glyphs at the same places. A
+// raster device (the preview) is left as it was: there the font alone puts
+// some lines a pixel away from where the fall-back font did. A text with a
+// character the font lacks keeps its fall-backs on every device.
+QFont fontFor(const QPainter& painter, const TextStyle& style, const QString& family, const QString& text) {
     QFont font(family.isEmpty() ? formFontFamily() : family);
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(units(style.size * 25.4 / 72.0)))));
-    font.setStyleStrategy(QFont::PreferOutline);
+    font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferOutline | QFont::NoFontMerging));
+    const QPaintEngine* engine = painter.paintEngine();
+    const bool pdf = engine && engine->type() == QPaintEngine::Pdf;
+    if (!pdf || !hasEvery(font, text)) font.setStyleStrategy(QFont::PreferOutline);
     return font;
 }
 
@@ -62,9 +117,10 @@ struct MeasuredFont {
 // that lines break and shrink alike on the screen, the printer and the PDF
 // file, and as they always have.
 MeasuredFont& measured(const QFont& font) {
-    using Key = std::tuple<QString, int, int>;
+    using Key = std::tuple<QString, int, int, int>;
     thread_local std::map<Key, std::unique_ptr<MeasuredFont>> fonts;
-    std::unique_ptr<MeasuredFont>& entry = fonts[Key{font.family(), font.pixelSize(), font.weight()}];
+    std::unique_ptr<MeasuredFont>& entry =
+        fonts[Key{font.family(), font.pixelSize(), font.weight(), font.styleStrategy()}];
     if (!entry) {
         const QFontMetricsF metrics(font, nullptr);
         entry = std::make_unique<MeasuredFont>(MeasuredFont{metrics, metrics.lineSpacing(), {}});
@@ -296,7 +352,7 @@ void drawLines(QPainter& painter, const QRectF& rect, const TextLayout& layout, 
 // The form's own texts, as the layout draws them.
 void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, const TextStyle& style) {
     const QRectF rect = units(mmRect);
-    const QFont font = fontFor(style, QString());
+    const QFont font = fontFor(painter, style, QString(), text);
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
     const TextLayout layout = setText(text.split(lineBreak), style, font, naturalLineHeight(style, font), rect, 0);
     drawLines(painter, rect, layout, style, {});
@@ -305,7 +361,7 @@ void drawText(QPainter& painter, const QRectF& mmRect, const QString& text, cons
 // A field's text: the data, fitted into the field's box.
 void drawFieldText(QPainter& painter, const LayoutField& field, const LineDecoration& decoration) {
     const QRectF rect = units(field.rect);
-    const QFont font = fontFor(field.style, field.fontName);
+    const QFont font = fontFor(painter, field.style, field.fontName, field.text);
     const TextLayout layout = fitFieldText(field.text, field.style, font,
                                            naturalLineHeight(field.style, font), rect, field.indent);
     drawLines(painter, rect, layout, field.style, decoration);

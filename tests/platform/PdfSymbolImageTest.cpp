@@ -7,13 +7,11 @@
 #include "platform/LayoutDocument.h"
 #include "platform/LayoutRenderer.h"
 #include "platform/PageOutput.h"
+#include "platform/PageReference.h"
 #include "platform/PdfCheck.h"
 #include "platform/QrSymbol.h"
 
 #include <QDir>
-#include <QPainter>
-#include <QPdfWriter>
-#include <QPicture>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -64,32 +62,6 @@ TEST(PdfSymbolImage, OneBitSymbolsStayOneBitLosslessAndReadable) {
     EXPECT_EQ(test::decodeQrOnPage(pdf, 1), expected);
 }
 
-// The page as files were written while pages were recorded as pictures and
-// replayed: one picture with the images inside, replayed by Qt onto a writer
-// set up as the PDF files are.
-void writeAsOnePicture(const LayoutDocument& doc, const QString& path) {
-    QPicture picture;
-    QPainter recorder(&picture);
-    paintLayoutPage(recorder, doc, 1);
-    recorder.end();
-    picture.setBoundingRect(QRect(0, 0, 21000, 29700));
-    QPdfWriter writer(path);
-    writer.setResolution(1200);
-    writer.setPageLayout(QPageLayout(QPageSize(QSizeF(210, 297), QPageSize::Millimeter), QPageLayout::Portrait,
-                                     QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
-    QPainter painter(&writer);
-    const double pixelsPerMm = writer.width() / 210.0;
-    painter.scale(pixelsPerMm / layoutUnitsPerMm * picture.logicalDpiX() / writer.logicalDpiX(),
-                  pixelsPerMm / layoutUnitsPerMm * picture.logicalDpiY() / writer.logicalDpiY());
-    painter.drawPicture(QPointF(0, 0), picture);
-    painter.end();
-}
-
-// Page 1 as poppler renders it at 300 dpi.
-QImage renderedAt300Dpi(const QString& pdf) {
-    return QImage(test::renderedPage(pdf, 1, pdf + QStringLiteral("-300"), 300, false));
-}
-
 // Fills every field of the page: a symbol per image, a line of text per text.
 void fill(LayoutDocument& doc, const QString& folder) {
     int n = 0;
@@ -109,17 +81,6 @@ void fill(LayoutDocument& doc, const QString& folder) {
         }
     };
     for (LayoutField& field : doc.page(1).fields) fillField(field, fillField);
-}
-
-// Pixels that differ between two renderings of the same size.
-qsizetype differingPixels(const QImage& expected, const QImage& got) {
-    const QImage a = expected.convertToFormat(QImage::Format_RGB32);
-    const QImage b = got.convertToFormat(QImage::Format_RGB32);
-    qsizetype differing = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            if (a.pixel(x, y) != b.pixel(x, y)) ++differing;
-    return differing;
 }
 
 // The page drawn straight into the file as a PDF run does, and the page kept
@@ -143,7 +104,7 @@ TEST(PdfSymbolImage, PagesDrawnStraightOrKeptRenderPixelForPixelAsOneRecordedPic
         const QString before = dir.filePath(QStringLiteral("before%1.pdf").arg(d));
         const QString straight = dir.filePath(QStringLiteral("straight%1.pdf").arg(d));
         const QString kept = dir.filePath(QStringLiteral("kept%1.pdf").arg(d));
-        writeAsOnePicture(doc, before);
+        test::writeAsOnePicture(doc, before);
         {
             PdfFileWriter writer(straight, QString(), QString());
             writer.addPage(doc, 1);
@@ -162,13 +123,13 @@ TEST(PdfSymbolImage, PagesDrawnStraightOrKeptRenderPixelForPixelAsOneRecordedPic
             writer.commit();
         }
 
-        const QImage expected = renderedAt300Dpi(before);
+        const QImage expected = test::renderedAt300Dpi(before);
         // A4 is 595 x 842 points: 2480 x 3509 pixels at 300 dpi.
         ASSERT_EQ(expected.size(), QSize(2480, 3509)) << d;
         for (const QString& pdf : {straight, kept}) {
-            const QImage got = renderedAt300Dpi(pdf);
+            const QImage got = test::renderedAt300Dpi(pdf);
             ASSERT_EQ(got.size(), expected.size()) << pdf.toStdString();
-            EXPECT_EQ(differingPixels(expected, got), 0) << pdf.toStdString();
+            EXPECT_EQ(test::differingPixels(expected, got), 0) << pdf.toStdString();
             // The symbols are there and readable, and the kept page's are its own.
             const QStringList read = test::decodeQrOnPage(pdf, 1);
             EXPECT_EQ(read.size(), d == 0 ? 2 : 12) << pdf.toStdString();
