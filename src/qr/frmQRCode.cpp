@@ -5,9 +5,10 @@
 #include "platform/Cp932.h"
 #include "platform/QrSymbol.h"
 #include "platform/VbError.h"
+#include "platform/WholeFile.h"
 #include "startup/mdlFunctionStandard.h"
 
-#include <QFile>
+#include <QBuffer>
 #include <QFileInfo>
 #include <QImage>
 
@@ -26,27 +27,10 @@ struct SaveFailed : VbError {
 };
 
 // Writes the file whole or not at all: a half-written image must not be
-// taken for a symbol. The symbols are scratch files of one run, so they need
-// to be whole but not durable: no sync to the disk, as QSaveFile would make
-// for each of them.
-template <typename Write>
-void saveWhole(const QString& path, Write&& write) {
-    QFile part(path + QStringLiteral(".part"));
-    if (!part.open(QIODevice::WriteOnly | QIODevice::Truncate)) throw SaveFailed(path, part.errorString());
-    // The last buffered bytes meet a full disk only when flushed.
-    const bool written = write(part) && part.flush();
-    const QString error = part.errorString();
-    part.close();
-    if (!written) {
-        part.remove();
-        throw SaveFailed(path, error);
-    }
-    QFile::remove(path);
-    if (!part.rename(path)) {
-        const QString renameError = part.errorString();
-        part.remove();
-        throw SaveFailed(path, renameError);
-    }
+// taken for a symbol.
+void saveWhole(const QString& path, const QByteArray& bytes) {
+    const QString failure = writeWholeFile(path, bytes);
+    if (!failure.isEmpty()) throw SaveFailed(path, failure);
 }
 
 }  // namespace
@@ -70,7 +54,11 @@ void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataVa
         }
         const QImage image = qr::symbolImage(*symbol);
         try {
-            saveWhole(strFileName, [&](QIODevice& file) { return image.save(&file, "BMP"); });
+            QByteArray bmp;
+            QBuffer buffer(&bmp);
+            buffer.open(QIODevice::WriteOnly);
+            if (!image.save(&buffer, "BMP")) throw SaveFailed(strFileName, QStringLiteral("BMP"));
+            saveWhole(strFileName, bmp);
             mSaveText(strFileName, strDataValue);
         } catch (const SaveFailed&) {
             mblnCannotSave = true;
@@ -80,8 +68,7 @@ void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataVa
 }
 
 void frmQRCode::mSaveText(const QString& strFileName, const QString& strDataValue) {
-    const QByteArray bytes = cp932Encode(strDataValue);
-    saveWhole(strFileName + QStringLiteral(".Txt"), [&](QIODevice& file) { return file.write(bytes) == bytes.size(); });
+    saveWhole(strFileName + QStringLiteral(".Txt"), cp932Encode(strDataValue));
 }
 
 }  // namespace kelvary
