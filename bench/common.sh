@@ -26,8 +26,9 @@ make_application() {
 }
 
 # fresh_home NAME: a new program folder, as an installation has it; prints its path.
+# fresh_home NAME [FOLDER]: in FOLDER (default: the work folder).
 fresh_home() {
-  local home=$work/home-$1
+  local home=${2:-$work}/home-$1
   rm -rf "$home"
   cp -r "$template" "$home"
   mkdir -p "$home/Temp"
@@ -40,7 +41,10 @@ wall_seconds() {  # "Elapsed (wall clock) time (h:mm:ss or m:ss): 0:00.45" -> 0.
   awk -F': ' '/Elapsed \(wall clock\)/ { n = split($2, p, ":"); s = 0; for (k = 1; k <= n; k++) s = s * 60 + p[k]; print s }' "$1"
 }
 cpu_seconds() {
-  awk -F': ' '/User time|System time/ { s += $2 } END { printf "%.3f", s }' "$1"
+  awk -F': ' '/User time|System time/ { s += $2 } END { printf "%.6f", s }' "$1"
+}
+user_seconds() {
+  awk -F': ' '/User time/ { printf "%.6f", $2 }' "$1"
 }
 peak_mb() {
   awk -F': ' '/Maximum resident set size/ { printf "%.1f", $2 / 1024 }' "$1"

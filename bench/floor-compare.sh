@@ -11,30 +11,45 @@
 #
 # Figures are processor time (user + system, to the microsecond: see
 # bench/cpu-time.py), which other work on a shared machine blurs far less
-# than wall time, and peak memory. Cases: the sample, the large application at 600, 1,200, 2,400
-# and 4,800 items, and a start that stops at the menu against the floor's
-# start (no payloads, no pages).
+# than wall time, the ratio of user time alone, and peak memory. Cases: the
+# sample, the large application at 600, 1,200, 2,400 and 4,800 items, and a
+# start that stops at the menu against the floor's start (no payloads, no
+# pages).
 #
-#   bench/floor-compare.sh [-n RUNS] [-c] [-s SIZES] BUILD_FOLDER
+# Every run writes into a program folder (or, for the floor, an output
+# folder) of its own, made before and removed only after all runs: a
+# file system without a journal (ext4 as some machines have it) makes each
+# new file search past every file deleted in the last minutes, so clearing
+# the previous run's hundreds of symbol files just before a run made that
+# search most of the large runs' system time, a different share from pass to
+# pass, and twice as much for Kelvary, which writes each symbol's payload
+# copy beside its image. The folders go on /dev/shm (memory) when it can be
+# written, which keeps them apart from the work folder's deletions too.
+#
+#   bench/floor-compare.sh [-n RUNS] [-c] [-s SIZES] [-d FOLDER] BUILD_FOLDER
 #
 # -c also runs the sample once under callgrind and prints the instruction
 #    counts of the run's phases (valgrind must be installed).
 # -s SIZES: the item counts of the large application (default "600 1200 2400 4800").
+# -d FOLDER: where the runs' folders go (default: /dev/shm, else the work
+#    folder); a new folder inside it, removed at the end.
 set -euo pipefail
 
 runs=5
 callgrind=0
 sizes="600 1200 2400 4800"
-while getopts "n:cs:h" option; do
+runs_parent=
+while getopts "n:cs:d:h" option; do
   case $option in
     n) runs=$OPTARG ;;
     c) callgrind=1 ;;
     s) sizes=$OPTARG ;;
-    *) sed -n '2,22p' "$0"; exit 2 ;;
+    d) runs_parent=$OPTARG ;;
+    *) sed -n '2,33p' "$0"; exit 2 ;;
   esac
 done
 shift $((OPTIND - 1))
-[ $# -eq 1 ] || { sed -n '2,22p' "$0"; exit 2; }
+[ $# -eq 1 ] || { sed -n '2,33p' "$0"; exit 2; }
 
 here=$(cd "$(dirname "$0")" && pwd)
 source "$here/common.sh"
@@ -51,7 +66,14 @@ if [ ! -x "$floor_build/floor" ] || [ "$floor_source/floor.cpp" -nt "$floor_buil
 fi
 floor=$floor_build/floor
 
-# timed REPORT EXPECTED_STATUS ARGS...: one run; prints "cpu-seconds rss-MB".
+if [ -z "$runs_parent" ]; then
+  runs_parent=$work
+  [ -d /dev/shm ] && [ -w /dev/shm ] && runs_parent=/dev/shm
+fi
+run_folders=$(mktemp -d "$runs_parent/kelvary-floor-compare.XXXXXX")
+trap 'rm -rf "$run_folders"' EXIT
+
+# timed REPORT EXPECTED_STATUS ARGS...: one run; prints "cpu-seconds user-seconds rss-MB".
 timed() {
   local report=$1 expected=$2 status=0
   shift 2
@@ -61,40 +83,41 @@ timed() {
     sed -n '1,40p' "$report.err" >&2
     exit 1
   fi
-  echo "$(cpu_seconds "$report") $(peak_mb "$report")"
+  echo "$(cpu_seconds "$report") $(user_seconds "$report") $(peak_mb "$report")"
 }
 
 median() {
   tr ' ' '\n' <<<"$1" | grep -v '^$' | sort -g | awk '{ v[NR] = $1 }
-    END { printf "%.3f", (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'
+    END { printf "%.6f", (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'
 }
 
-printf '%-14s %6s %6s %11s %11s %7s %10s %10s\n' case pages symbols "kelvary (s)" "floor (s)" ratio "kel. (MB)" "floor (MB)"
+ratio() { awk -v k="$1" -v f="$2" 'BEGIN { printf "%.2f", (f > 0) ? k / f : 0 }'; }
+
+printf '%-14s %6s %6s %11s %11s %7s %6s %10s %10s\n' case pages symbols "kelvary (s)" "floor (s)" ratio user "kel. (MB)" "floor (MB)"
 compare() {  # name application-folder [start]
-  local name=$1 application=$2 start=${3:-} home pages symbols
-  local kc=() kr=() fc=() fr=()
+  local name=$1 application=$2 start=${3:-} home pages symbols c u r
+  local kc=() ku=() kr=() fc=() fu=() fr=()
   for ((i = 0; i < runs; i++)); do
-    home=$(fresh_home "$name")
-    local out=$work/$name.pdf floor_out=$work/floor-$name
-    rm -rf "$floor_out" "$out"
+    home=$(fresh_home "$name-$i" "$run_folders")
+    local out=$run_folders/$name-$i.pdf floor_out=$run_folders/floor-$name-$i
     if [ -n "$start" ]; then
-      read -r c r <<<"$(timed "$work/time-$name" 1 "$exe" --home "$home" --batch --mode 3 --periods none \
+      read -r c u r <<<"$(timed "$work/time-$name" 1 "$exe" --home "$home" --batch --mode 3 --periods none \
         --no-application --no-statements --pdf "$out" "$application/app.dat")"
       pages=0
     else
-      read -r c r <<<"$(timed "$work/time-$name" 0 "$exe" --home "$home" --batch --mode 3 --periods all \
+      read -r c u r <<<"$(timed "$work/time-$name" 0 "$exe" --home "$home" --batch --mode 3 --periods all \
         --pdf "$out" "$application/app.dat")"
       pages=$(pdfinfo "$out" | awk '/^Pages:/ { print $2 }')
     fi
-    kc+=("$c"); kr+=("$r")
+    kc+=("$c"); ku+=("$u"); kr+=("$r")
     symbols=$(find "$home/Temp" -maxdepth 1 -iname '*.txt' | wc -l)
-    read -r c r <<<"$(QT_QPA_PLATFORM=offscreen timed "$work/time-floor-$name" 0 "$floor" "$home/Temp" "$floor_out" "$pages")"
-    fc+=("$c"); fr+=("$r")
+    read -r c u r <<<"$(QT_QPA_PLATFORM=offscreen timed "$work/time-floor-$name" 0 "$floor" "$home/Temp" "$floor_out" "$pages")"
+    fc+=("$c"); fu+=("$u"); fr+=("$r")
   done
   local k f
   k=$(median "${kc[*]}"); f=$(median "${fc[*]}")
-  printf '%-14s %6s %6s %11.3f %11.3f %7.2f %10.1f %10.1f\n' "$name" "$pages" "$symbols" "$k" "$f" \
-    "$(awk -v k="$k" -v f="$f" 'BEGIN { print (f > 0) ? k / f : 0 }')" \
+  printf '%-14s %6s %6s %11.3f %11.3f %7s %6s %10.1f %10.1f\n' "$name" "$pages" "$symbols" "$k" "$f" \
+    "$(ratio "$k" "$f")" "$(ratio "$(median "${ku[*]}")" "$(median "${fu[*]}")")" \
     "$(median "${kr[*]}")" "$(median "${fr[*]}")"
 }
 
@@ -106,7 +129,8 @@ for items in $sizes; do
   make_application "large-$items" "$items" $((items * 17 / 600))  # renamed items in proportion
   compare "large-$items" "$work/large-$items"
 done
-echo "median of $runs runs; processor time (user + system); ratio = kelvary / floor; peak memory = maximum resident set"
+echo "median of $runs runs; processor time (user + system); ratio = kelvary / floor, user = the same of user time;"
+echo "peak memory = maximum resident set; the runs' folders were in $runs_parent"
 
 if [ "$callgrind" -eq 1 ]; then
   command -v valgrind >/dev/null || { echo "valgrind is missing" >&2; exit 2; }
