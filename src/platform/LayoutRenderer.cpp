@@ -80,13 +80,13 @@ bool hasEvery(const QFont& alone, QStringView text) {
 }
 
 // Qt looks for fall-back fonts for each script in a text (through
-// fontconfig) and keeps a font engine per script and size: in a PDF file that
-// cost about as much as drawing the pages' texts. A text the form's font has
-// every character of could never use a fall-back, so there it is drawn by
-// that font alone: the same engine, the same glyphs at the same places. A
-// raster device (the preview) is left as it was: there the font alone puts
-// some lines a pixel away from where the fall-back font did. A text with a
-// character the font lacks keeps its fall-backs on every device.
+// fontconfig) and keeps a font engine per script and size: in a PDF file, a
+// run's whole output, that cost about as much as drawing the pages' texts. A
+// text the form's font has every character of could never use a fall-back,
+// so in a PDF it is drawn by that font alone: the same engine, so the same
+// glyphs at the same places. Other devices, such as the preview's screen,
+// show a page at a time and keep the fall-backs, as does, everywhere, a text
+// with a character the font lacks.
 QFont fontFor(const QPainter& painter, const TextStyle& style, const QString& family, const QString& text) {
     QFont font(family.isEmpty() ? formFontFamily() : family);
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(units(style.size * 25.4 / 72.0)))));
