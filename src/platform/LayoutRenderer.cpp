@@ -4,6 +4,7 @@
 #include "platform/LayoutRenderer.h"
 
 #include "platform/Fonts.h"
+#include "platform/MonoBmp.h"
 
 #include <QColor>
 #include <QFontMetricsF>
@@ -399,7 +400,11 @@ void drawImageAt(QPainter& painter, const QRectF& target, const QImage& image) {
 // drawn.
 using PageImages = QHash<QString, QImage>;
 
-QImage readImage(const QString& file) { return blackFirst(QImage(file)); }
+QImage readImage(const QString& file) {
+    QImage image = readMonoBmpFile(file);  // the symbols' own form, read directly
+    if (image.isNull()) image = QImage(file);
+    return blackFirst(image);
+}
 
 void drawImage(QPainter& painter, const QRectF& mmRect, const QString& file, const PageImages* images) {
     if (file.isEmpty()) return;

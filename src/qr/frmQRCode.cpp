@@ -3,12 +3,12 @@
 #include "qr/frmQRCode.h"
 
 #include "platform/Cp932.h"
+#include "platform/MonoBmp.h"
 #include "platform/QrSymbol.h"
 #include "platform/VbError.h"
 #include "platform/WholeFile.h"
 #include "startup/mdlFunctionStandard.h"
 
-#include <QBuffer>
 #include <QFileInfo>
 #include <QImage>
 
@@ -54,10 +54,8 @@ void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataVa
         }
         const QImage image = qr::symbolImage(*symbol);
         try {
-            QByteArray bmp;
-            QBuffer buffer(&bmp);
-            buffer.open(QIODevice::WriteOnly);
-            if (!image.save(&buffer, "BMP")) throw SaveFailed(strFileName, QStringLiteral("BMP"));
+            const QByteArray bmp = monoBmpFile(image);
+            if (bmp.isEmpty()) throw SaveFailed(strFileName, QStringLiteral("BMP"));
             saveWhole(strFileName, bmp);
             mSaveText(strFileName, strDataValue);
         } catch (const SaveFailed&) {
