@@ -120,20 +120,19 @@ QImage symbolImage(const QrSymbol& symbol) {
     // as the allocator gave it; the BMP carries whole rows, so clear them all
     // and a symbol's file holds nothing but the symbol.
     std::memset(image.bits(), 0, static_cast<size_t>(image.sizeInBytes()));
-    // Every symbol of a run passes through here: one pixel row per module row
-    // is set bit by bit (Format_Mono keeps the leftmost pixel in the high
-    // bit) and copied to the module's other rows, instead of setPixel calls.
+    // Every symbol of a run passes through here. A module is four pixels, half
+    // a byte (Format_Mono keeps the leftmost pixel in the high bit), and the
+    // quiet zone whole bytes: one pixel row per module row is set a half byte
+    // at a time and copied to the module's other rows.
+    static_assert(kPixelsPerModule == 4 && kQuietZoneModules * kPixelsPerModule % 8 == 0);
+    constexpr int quietBytes = kQuietZoneModules * kPixelsPerModule / 8;
     const auto rowBytes = static_cast<size_t>(image.bytesPerLine());
     for (int y = 0; y < symbol.width; ++y) {
         const int py = (y + kQuietZoneModules) * kPixelsPerModule;
-        uchar* row = image.scanLine(py);
-        for (int x = 0; x < symbol.width; ++x) {
-            if (!symbol.isDark(x, y)) continue;
-            const int px = (x + kQuietZoneModules) * kPixelsPerModule;
-            for (int dx = 0; dx < kPixelsPerModule; ++dx)
-                row[(px + dx) >> 3] |= static_cast<uchar>(0x80U >> ((px + dx) & 7));
-        }
-        for (int dy = 1; dy < kPixelsPerModule; ++dy) std::memcpy(image.scanLine(py + dy), row, rowBytes);
+        uchar* row = image.scanLine(py) + quietBytes;
+        for (int x = 0; x < symbol.width; ++x)
+            if (symbol.isDark(x, y)) row[x / 2] |= (x % 2 == 0) ? 0xF0 : 0x0F;
+        for (int dy = 1; dy < kPixelsPerModule; ++dy) std::memcpy(image.scanLine(py + dy), image.scanLine(py), rowBytes);
     }
     const int dotsPerMetre = static_cast<int>(kPixelsPerModule * 1000.0 / kModuleMillimetres + 0.5);
     image.setDotsPerMeterX(dotsPerMetre);
