@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <map>
 #include <memory>
@@ -383,12 +384,21 @@ QImage blackFirst(QImage image) {
     const QRgb white = qRgb(255, 255, 255);
     if (image.color(0) != white || image.color(1) != black) return image;
     image = image.convertToFormat(QImage::Format_Mono);
-    // As QImage::invertPixels does, a row's bytes up to its last pixel, in a
-    // plain loop the compiler widens: Qt's took longer than reading the file.
+    // As QImage::invertPixels does, a row's bytes up to its last pixel, but
+    // eight at a time: Qt's took longer than reading the file.
     const qsizetype usedBytes = (qsizetype(image.width()) + 7) / 8;
+    const qsizetype stride = image.bytesPerLine();
+    uchar* bits = image.bits();
     for (int y = 0; y < image.height(); ++y) {
-        uchar* row = image.scanLine(y);
-        for (qsizetype i = 0; i < usedBytes; ++i) row[i] ^= 0xFF;
+        uchar* row = bits + y * stride;
+        qsizetype i = 0;
+        for (; i + 8 <= usedBytes; i += 8) {
+            std::uint64_t word;
+            std::memcpy(&word, row + i, sizeof word);
+            word = ~word;
+            std::memcpy(row + i, &word, sizeof word);
+        }
+        for (; i < usedBytes; ++i) row[i] ^= 0xFF;
     }
     image.setColorTable({black, white});
     return image;
