@@ -69,7 +69,7 @@ std::vector<QrSegment> splitSegments(const QByteArray& cp932) {
     std::vector<QrSegment> segments;
     for (const CharSpan& c : characters(cp932)) {
         if (segments.empty() || segments.back().kanji != c.kanji) segments.push_back({c.kanji, QByteArray()});
-        segments.back().bytes.append(cp932.mid(c.start, c.length));
+        segments.back().bytes.append(cp932.constData() + c.start, c.length);
     }
     return segments;
 }
