@@ -60,15 +60,17 @@ QByteArray readAllBytes(const QString& path) {
     if (kind != FileKind::Regular)
         throw VbError(vberr::PathFileAccess, quoted(path) + QStringLiteral("は") + fileKindName(kind) +
                                                 QStringLiteral("です。ファイルを指定してください。"));
-    if (QFileInfo(path).size() > kLargestTextFile)
-        throw VbError(vberr::OutOfMemory, tooLargeMessage(path));
+    const qint64 size = QFileInfo(path).size();
+    if (size > kLargestTextFile) throw VbError(vberr::OutOfMemory, tooLargeMessage(path));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw VbError(vberr::PermissionDenied, QStringLiteral("ファイル") + quoted(path) +
                                                    QStringLiteral("を読み込めません。(") +
                                                    file.errorString() + QStringLiteral(")"));
-    // Bounded even when the file grows while it is read.
-    QByteArray bytes = file.read(kLargestTextFile + 1);
+    // Bounded even when the file grows while it is read. A read of the
+    // largest size would set that much memory aside for a file of a few lines.
+    QByteArray bytes = file.read(size + 1);
+    if (bytes.size() > size) bytes += file.read(kLargestTextFile + 1 - bytes.size());
     if (bytes.size() > kLargestTextFile) throw VbError(vberr::OutOfMemory, tooLargeMessage(path));
     if (file.error() != QFileDevice::NoError)
         throw VbError(vberr::PermissionDenied, QStringLiteral("ファイル") + quoted(path) +
