@@ -14,6 +14,22 @@ constexpr int kPaletteBytes = 2 * 4;
 constexpr int kPixelsOffset = kFileHeaderBytes + kInfoHeaderBytes + kPaletteBytes;
 constexpr int kDefaultDotsPerMetre = 2834;  // 72 dpi, what Qt writes for an image without a resolution
 
+// Where the fields lie: in the file header, then in the info header.
+enum FileField { kFileSize = 2, kPixelsAt = 10 };
+enum InfoField {
+    kHeaderSize = 0,
+    kWidth = 4,
+    kHeight = 8,
+    kPlanes = 12,
+    kBitsPerPixel = 14,
+    kCompression = 16,
+    kImageSize = 20,
+    kDotsPerMetreX = 24,
+    kDotsPerMetreY = 28,
+    kColoursUsed = 32,
+    kColoursImportant = 36,
+};
+
 void put16(char* at, std::uint16_t v) {
     at[0] = static_cast<char>(v & 0xFF);
     at[1] = static_cast<char>(v >> 8);
@@ -43,20 +59,20 @@ QByteArray monoBmpFile(const QImage& image) {
     char* p = file.data();
     p[0] = 'B';
     p[1] = 'M';
-    put32(p + 2, static_cast<std::uint32_t>(file.size()));
-    put32(p + 10, kPixelsOffset);
+    put32(p + kFileSize, static_cast<std::uint32_t>(file.size()));
+    put32(p + kPixelsAt, kPixelsOffset);
     char* info = p + kFileHeaderBytes;
-    put32(info, kInfoHeaderBytes);
-    put32(info + 4, static_cast<std::uint32_t>(image.width()));
-    put32(info + 8, static_cast<std::uint32_t>(image.height()));
-    put16(info + 12, 1);  // planes
-    put16(info + 14, 1);  // bits a pixel
-    put32(info + 16, 0);  // no compression
-    put32(info + 20, static_cast<std::uint32_t>(pixels));
-    put32(info + 24, static_cast<std::uint32_t>(image.dotsPerMeterX() ? image.dotsPerMeterX() : kDefaultDotsPerMetre));
-    put32(info + 28, static_cast<std::uint32_t>(image.dotsPerMeterY() ? image.dotsPerMeterY() : kDefaultDotsPerMetre));
-    put32(info + 32, 2);  // colours used
-    put32(info + 36, 2);  // colours important
+    put32(info + kHeaderSize, kInfoHeaderBytes);
+    put32(info + kWidth, static_cast<std::uint32_t>(image.width()));
+    put32(info + kHeight, static_cast<std::uint32_t>(image.height()));
+    put16(info + kPlanes, 1);
+    put16(info + kBitsPerPixel, 1);
+    put32(info + kCompression, 0);
+    put32(info + kImageSize, static_cast<std::uint32_t>(pixels));
+    put32(info + kDotsPerMetreX, static_cast<std::uint32_t>(image.dotsPerMeterX() ? image.dotsPerMeterX() : kDefaultDotsPerMetre));
+    put32(info + kDotsPerMetreY, static_cast<std::uint32_t>(image.dotsPerMeterY() ? image.dotsPerMeterY() : kDefaultDotsPerMetre));
+    put32(info + kColoursUsed, 2);
+    put32(info + kColoursImportant, 2);
     char* palette = info + kInfoHeaderBytes;
     for (int i = 0; i < 2; ++i) {
         const QRgb colour = image.color(i);
@@ -74,15 +90,17 @@ QImage readMonoBmp(const QByteArray& file) {
     if (file.size() < kPixelsOffset || file[0] != 'B' || file[1] != 'M') return {};
     const char* p = file.constData();
     const char* info = p + kFileHeaderBytes;
-    const std::uint32_t offset = get32(p + 10);
-    const std::int32_t width = static_cast<std::int32_t>(get32(info + 4));
-    const std::int32_t height = static_cast<std::int32_t>(get32(info + 8));
-    const std::uint32_t coloursUsed = get32(info + 32);
+    const std::uint32_t offset = get32(p + kPixelsAt);
+    const std::int32_t width = static_cast<std::int32_t>(get32(info + kWidth));
+    const std::int32_t height = static_cast<std::int32_t>(get32(info + kHeight));
+    const std::uint32_t coloursUsed = get32(info + kColoursUsed);
+    const std::uint32_t dotsX = get32(info + kDotsPerMetreX);
+    const std::uint32_t dotsY = get32(info + kDotsPerMetreY);
     // Anything but the plain form (a top-down file, another header, another
     // depth or palette, compression) goes to Qt's reader.
-    if (get32(info) != kInfoHeaderBytes || offset != kPixelsOffset || width <= 0 || height <= 0 ||
-        width > 32768 || height > 32768 || get16(info + 12) != 1 || get16(info + 14) != 1 || get32(info + 16) != 0 ||
-        (coloursUsed != 0 && coloursUsed != 2) || get32(info + 24) == 0 || get32(info + 28) == 0)
+    if (get32(info + kHeaderSize) != kInfoHeaderBytes || offset != kPixelsOffset || width <= 0 || height <= 0 ||
+        width > 32768 || height > 32768 || get16(info + kPlanes) != 1 || get16(info + kBitsPerPixel) != 1 || get32(info + kCompression) != 0 ||
+        (coloursUsed != 0 && coloursUsed != 2) || dotsX == 0 || dotsY == 0)
         return {};
     const qsizetype stride = rowBytes(width);
     if (file.size() < kPixelsOffset + stride * height) return {};
@@ -96,8 +114,8 @@ QImage readMonoBmp(const QByteArray& file) {
     const char* rows = p + kPixelsOffset;
     for (int y = 0; y < height; ++y)
         std::memcpy(image.scanLine(y), rows + (height - 1 - y) * stride, static_cast<size_t>(stride));
-    image.setDotsPerMeterX(static_cast<int>(get32(info + 24)));
-    image.setDotsPerMeterY(static_cast<int>(get32(info + 28)));
+    image.setDotsPerMeterX(static_cast<int>(dotsX));
+    image.setDotsPerMeterY(static_cast<int>(dotsY));
     return image;
 }
 

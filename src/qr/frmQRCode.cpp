@@ -57,7 +57,7 @@ void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataVa
             const QByteArray bmp = monoBmpFile(image);
             if (bmp.isEmpty()) throw SaveFailed(strFileName, QStringLiteral("BMP"));
             saveWhole(strFileName, bmp);
-            mSaveText(strFileName, strDataValue);
+            mSaveText(strFileName, bytes);
         } catch (const SaveFailed&) {
             mblnCannotSave = true;
             throw;
@@ -65,8 +65,8 @@ void frmQRCode::mMakeQRCode(const QString& strFileName, const QString& strDataVa
     });
 }
 
-void frmQRCode::mSaveText(const QString& strFileName, const QString& strDataValue) {
-    saveWhole(strFileName + QStringLiteral(".Txt"), cp932Encode(strDataValue));
+void frmQRCode::mSaveText(const QString& strFileName, const QByteArray& cp932Value) {
+    saveWhole(strFileName + QStringLiteral(".Txt"), cp932Value);
 }
 
 }  // namespace kelvary

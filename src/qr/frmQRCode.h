@@ -3,6 +3,7 @@
 // it exists so each generator has its own renderer for its lifetime.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace kelvary {
@@ -19,7 +20,8 @@ public:
 
 private:
     void mMakeQRCode(const QString& strFileName, const QString& strDataValue);
-    void mSaveText(const QString& strFileName, const QString& strDataValue);
+    // The payload as the symbol holds it, already in CP932.
+    void mSaveText(const QString& strFileName, const QByteArray& cp932Value);
 
     bool mblnCannotSave = false;
 };

@@ -3,12 +3,12 @@
 // poppler's rendering at 300 dpi, that this changes no pixel of any character
 // CP932 can carry against the same page drawn with fall-backs allowed, and
 // that a text with a character the font lacks is still drawn by a fall-back.
-#include "platform/Cp932.h"
 #include "platform/Fonts.h"
 #include "platform/LayoutDocument.h"
 #include "platform/LayoutRenderer.h"
 #include "platform/PageOutput.h"
 #include "platform/PageReference.h"
+#include "support/TestSupport.h"
 
 #include <QFont>
 #include <QImage>
@@ -21,31 +21,12 @@
 namespace kelvary {
 namespace {
 
-// Every character one or two CP932 bytes decode to, in code order, once.
-QList<char16_t> cp932Repertoire() {
-    QList<char16_t> characters;
-    QSet<char16_t> seen;
-    const auto add = [&](const QByteArray& bytes) {
-        QString decoded;
-        if (cp932DecodeStrict(bytes, decoded) && decoded.size() == 1 && !seen.contains(decoded[0].unicode())) {
-            seen.insert(decoded[0].unicode());
-            characters << decoded[0].unicode();
-        }
-    };
-    for (int b = 0x20; b <= 0xDF; ++b)
-        if (b < 0x7F || b >= 0xA1) add(QByteArray(1, static_cast<char>(b)));
-    for (int lead = 0x81; lead <= 0xFC; ++lead) {
-        if (lead > 0x9F && lead < 0xE0) continue;
-        for (int trail = 0x40; trail <= 0xFC; ++trail)
-            if (trail != 0x7F) add(QByteArray(1, static_cast<char>(lead)) + static_cast<char>(trail));
-    }
-    return characters;
-}
-
 bool formFontHas(char32_t c) {
-    QFont alone(formFontFamily());
-    alone.setStyleStrategy(QFont::NoFontMerging);
-    static const QRawFont font = QRawFont::fromFont(alone);
+    static const QRawFont font = [] {
+        QFont alone(formFontFamily());
+        alone.setStyleStrategy(QFont::NoFontMerging);
+        return QRawFont::fromFont(alone);
+    }();
     return font.supportsCharacter(c);
 }
 
@@ -90,8 +71,12 @@ qsizetype differingFromFallBackDrawing(const LayoutDocument& document, const QSt
 TEST(FormFont, EveryCp932CharacterItHasDrawsAsWithFallBackFontsAllowed) {
     installFontSubstitutions();
     QString covered;
-    for (const char16_t c : cp932Repertoire())
-        if (formFontHas(c)) covered += QChar(c);
+    QSet<QChar> seen;
+    for (const QChar c : test::cp932Repertoire())
+        if (!seen.contains(c) && formFontHas(c.unicode())) {
+            seen.insert(c);
+            covered += c;
+        }
     // IPA Gothic has all of JIS X 0208 (6,879 characters) and more.
     ASSERT_GT(covered.size(), 6879);
     QTemporaryDir dir;

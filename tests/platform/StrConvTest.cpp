@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <unicode/translit.h>
-#include <unicode/ucnv.h>
 #include <unicode/unistr.h>
 
 #include <memory>
@@ -78,39 +77,9 @@ private:
     std::unique_ptr<icu::Transliterator> narrow_;
 };
 
-// Every character of code page 932, as ICU's windows-31j converter decodes
-// its one- and two-byte codes.
-QString cp932Repertoire() {
-    UErrorCode status = U_ZERO_ERROR;
-    UConverter* converter = ucnv_open("windows-31j", &status);
-    EXPECT_TRUE(U_SUCCESS(status));
-    ucnv_setToUCallBack(converter, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
-    QString all;
-    auto decode = [&](const char* bytes, int length) {
-        UChar out[4];
-        UErrorCode s = U_ZERO_ERROR;
-        ucnv_reset(converter);
-        const int32_t n = ucnv_toUChars(converter, out, 4, bytes, length, &s);
-        if (U_SUCCESS(s) && n == 1) all += QChar(out[0]);
-    };
-    for (int b = 0x01; b <= 0xFF; ++b) {
-        const char one = static_cast<char>(b);
-        decode(&one, 1);
-    }
-    for (int lead = 0x81; lead <= 0xFC; ++lead) {
-        if (lead > 0x9F && lead < 0xE0) continue;
-        for (int trail = 0x40; trail <= 0xFC; ++trail) {
-            const char two[2] = {static_cast<char>(lead), static_cast<char>(trail)};
-            decode(two, 2);
-        }
-    }
-    ucnv_close(converter);
-    return all;
-}
-
 TEST(StrConvTables, EveryCp932CharacterAloneAndBesideTheMarksAsIcu) {
     const IcuWidth icu;
-    const QString repertoire = cp932Repertoire();
+    const QString repertoire = test::cp932Repertoire();
     // The single bytes, JIS X 0208 and the NEC and IBM extensions: some 7,900 characters.
     ASSERT_GT(repertoire.size(), 7800);
     ASSERT_TRUE(repertoire.contains(QChar(0xFF76)) && repertoire.contains(QChar(0x2252)));

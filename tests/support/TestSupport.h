@@ -39,6 +39,10 @@ struct Raised {
 };
 Raised raised(const std::function<void()>& action);
 
+// Every character of code page 932, as ICU's windows-31j converter decodes
+// its one- and two-byte codes (a character with two codes appears twice).
+QString cp932Repertoire();
+
 // A file's bytes (empty when it cannot be read), and writing them.
 QByteArray readFile(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);
